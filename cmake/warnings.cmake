@@ -1,0 +1,22 @@
+# One place for what every target of ours is compiled with.
+add_library(harvelop_options INTERFACE)
+target_compile_options(harvelop_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                                                  -Werror)
+target_include_directories(harvelop_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(HARVELOP_SANITIZE)
+  target_compile_options(harvelop_options INTERFACE -fsanitize=${HARVELOP_SANITIZE} -fno-omit-frame-pointer
+                                                    -fno-sanitize-recover=all)
+  target_link_options(harvelop_options INTERFACE -fsanitize=${HARVELOP_SANITIZE})
+endif()
+
+# harvelop_library(name SOURCES... [LINK libs...]): one library a folder.
+function(harvelop_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  if(ARG_SOURCES)
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC harvelop_options ${ARG_LINK})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE harvelop_options ${ARG_LINK})
+  endif()
+endfunction()

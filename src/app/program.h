@@ -1,0 +1,87 @@
+// The whole heart, wired once.
+#pragma once
+
+#include "core/forms.h"
+#include "core/gates.h"
+#include "core/options_controls.h"
+#include "core/program_end.h"
+#include "core/program_state.h"
+#include "core/progress.h"
+#include "core/waiting.h"
+#include "identify/identification.h"
+#include "identify/logger_viewing.h"
+#include "identify/port_search.h"
+#include "identify/search_state.h"
+#include "links/command_exchange.h"
+#include "links/ethernet_link.h"
+#include "links/link_state.h"
+#include "links/modRS232.h"
+#include "platform/desktop.h"
+#include "platform/settings_store.h"
+#include "settings/essentials.h"
+#include "settings/language_tables.h"
+#include "settings/logger_panels.h"
+#include "settings/logger_records.h"
+#include "settings/options_store.h"
+
+namespace harvelop
+{
+
+// What the heart is handed from outside.
+struct Platform {
+    EventPump& pump;
+    SerialControl& serial;
+    Dialogs& dialogs;
+    DataFiles& files;
+    SettingsStore& store;
+    Desktop& desktop;
+};
+
+// There is no network link yet: nothing is sent, nothing is open.
+class NoEthernet : public EthernetLink
+{
+public:
+    void EthernetSend(const std::string&) override {}
+    void CloseEthernet() override {}
+};
+
+// Owns every state and every module; reading the constructors is reading the architecture. Two programs can live side by
+// side. Members are in the order in which they build on each other.
+class Program
+{
+public:
+    explicit Program(const Platform& platform);
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    ProgramEnd end;
+    GatedDialogs dialogs;
+    GatedDataFiles files;
+    SettingsStore& settings;
+    Desktop& desktop;
+
+    ProgramState state;
+    Options options;
+    LoggerTables tables;
+    LinkState link;
+    SearchState search;
+    Forms forms;
+    LoggerPanels panels;
+
+    Waiting waiting;
+    Progress progress;
+    LanguageTables language;
+    OptionsControls controls;
+    OptionsStore store;
+    LoggerRecords records;
+    modRS232 rs232;
+    NoEthernet ethernet;
+    CommandExchange exchange;
+    Identification identification;
+    LoggerViewing viewing;
+    PortSearch portSearch;
+
+    Essentials essentials() { return {waiting, progress, dialogs, language}; }
+};
+
+} // namespace harvelop

@@ -1,0 +1,49 @@
+// What the heart tells the windows. Each is set while its form is loaded; with no display they stay empty.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace harvelop
+{
+
+// `frmMessages`: a caption that names the step, and the bar `pbMessages`.
+class MessageForm
+{
+public:
+    virtual ~MessageForm() = default;
+    virtual void SetVisible(bool visible) = 0;
+    virtual void SetCaption(const std::string& caption) = 0;
+    virtual void SetBar(int value, int max) = 0;
+};
+
+// `frmOptions`, as far as work on loggers reaches into it.
+class OptionsForm
+{
+public:
+    virtual ~OptionsForm() = default;
+    virtual void SetControlEnabled(std::string_view control, bool enabled) = 0; // by the control's name
+    virtual void SetFormEnabled(bool enabled) = 0;                             // the panel as a whole
+    virtual void SetCaption(const std::string& caption) = 0;
+    virtual void FocusOk() = 0; // gives `cmdOk` the focus
+};
+
+// `frmTerminal`, as far as the links reach into it.
+class TerminalForm
+{
+public:
+    virtual ~TerminalForm() = default;
+    virtual void SetCaption(const std::string& caption) = 0;
+    virtual void ShowReceived(const std::string& text) = 0; // the whole text of `txtReceive`
+    virtual void Close() = 0;
+};
+
+struct Forms {
+    OptionsForm* options = nullptr;
+    TerminalForm* terminal = nullptr;
+    // Makes and loads the progress window on its first use. It outlives all work.
+    std::function<MessageForm*()> loadMessages;
+};
+
+} // namespace harvelop

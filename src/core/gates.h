@@ -1,0 +1,38 @@
+// Forwarding wrappers that close when the program ends.
+#pragma once
+
+#include "core/program_end.h"
+#include "platform/data_files.h"
+#include "platform/dialogs.h"
+
+namespace harvelop
+{
+
+// After the end: shows nothing; a question is answered Cancel or No, a password is empty.
+class GatedDialogs : public Dialogs
+{
+public:
+    GatedDialogs(Dialogs& dialogs, const ProgramEnd& end) : m_dialogs(dialogs), m_end(end) {}
+    BoxAnswer Show(const Box& box) override;
+    std::string AskPassword(const std::string& text, const std::string& title) override;
+
+private:
+    Dialogs& m_dialogs;
+    const ProgramEnd& m_end;
+};
+
+// After the end: reading goes on, nothing is written or removed (the calls give false).
+class GatedDataFiles : public DataFiles
+{
+public:
+    GatedDataFiles(DataFiles& files, const ProgramEnd& end) : m_files(files), m_end(end) {}
+    FileText Read(const std::string& path) override { return m_files.Read(path); }
+    bool Replace(const std::string& path, const std::string& text) override;
+    bool Remove(const std::string& path) override;
+
+private:
+    DataFiles& m_files;
+    const ProgramEnd& m_end;
+};
+
+} // namespace harvelop

@@ -1,0 +1,39 @@
+// Small things that are done with texts everywhere.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace harvelop
+{
+
+// Hands out the lines of a text one by one; CR LF, LF and CR each end a line. A last line without an end counts, an empty
+// rest does not.
+class LineReader
+{
+public:
+    explicit LineReader(std::string_view text) : m_rest(text) {}
+    bool Next(std::string_view& line); // false at the end of the text
+
+private:
+    std::string_view m_rest;
+};
+
+constexpr std::string_view CrLf = "\r\n"; // ends every line that the program writes or sends
+
+// Position of `part` in `text` without regard to ASCII case; npos if it does not occur.
+size_t FindIgnoringCase(std::string_view text, std::string_view part);
+inline bool HoldsIgnoringCase(std::string_view text, std::string_view part)
+{
+    return FindIgnoringCase(text, part) != std::string_view::npos;
+}
+
+inline bool Holds(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+// `text` with only the characters that occur in `allowed`.
+std::string KeepAllowed(std::string_view text, std::string_view allowed);
+
+} // namespace harvelop

@@ -1,0 +1,41 @@
+// What the program asks of the desktop around it: directories, other programs, shortcuts, the date.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace harvelop
+{
+
+struct Shortcut {
+    std::string name;                      // shown under the icon
+    std::string program;                   // path of the program to start, as `StartProgram` takes it
+    std::vector<std::string> arguments{};  // reach the program byte for byte
+    std::string workingDirectory;          // the program's current directory
+};
+
+class Desktop
+{
+public:
+    virtual ~Desktop() = default;
+
+    virtual std::string CurrentDirectory() const = 0; // without a trailing separator, but for the root
+    // The root under which this user may write, with a trailing separator.
+    virtual std::string DriveRoot() const = 0;
+
+    virtual std::string DateText() const = 0; // today, in the user's short form
+    virtual std::string TimeText() const = 0; // now, in the user's short form
+
+    // Starts a program in a normal window, without a shell, and does not wait for it. A path that ends in ".exe" and is
+    // not an executable file also stands for the same path without that ending. False if it could not be started.
+    virtual bool StartProgram(const std::string& path, const std::vector<std::string>& arguments,
+                              const std::string& workingDirectory) = 0;
+
+    // Opens a text file in the user's own viewer. False without a viewer.
+    virtual bool ShowTextFile(const std::string& path) = 0;
+
+    // Puts a shortcut into the user's desktop folder, replacing one of the same name. False on failure.
+    virtual bool CreateShortcut(const Shortcut& shortcut) = 0;
+};
+
+} // namespace harvelop

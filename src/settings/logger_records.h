@@ -1,0 +1,64 @@
+// The loggers' records and their file, `found.ini` in the application directory. The unload program reads it too: its
+// format is a contract.
+#pragma once
+
+#include "core/program_state.h"
+#include "platform/data_files.h"
+#include "settings/logger_panels.h"
+#include "settings/logger_record.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+namespace harvelop
+{
+
+// The tables of the loggers. A slot is empty when its text is.
+struct LoggerTables {
+    std::array<LoggerRecord, MaxLoggers> records;
+    std::array<std::string, MaxLoggers> FoundLoggerStrings;
+    bool HaveFoundLoggers = false; // after each load: whether the file held a record
+
+    // By logger number; nullptr outside 1 to 50: the statement that needs it is skipped.
+    LoggerRecord* Record(int number);
+    const LoggerRecord* Record(int number) const;
+    bool Holds(int number) const; // the slot is filled
+    int Count() const;            // filled slots
+};
+
+class LoggerRecords
+{
+public:
+    LoggerRecords(LoggerTables& tables, ProgramState& state, LoggerPanels& panels, DataFiles& files)
+        : m_tables(tables), m_state(state), m_panels(panels), m_files(files)
+    {
+    }
+
+    // Writes `found.ini` from the slots' texts, numbered from 1 without gaps. Nothing is reported if that fails.
+    void SaveFoundLoggers();
+
+    // Reads `found.ini` into the slots and splits each into the tables. A missing file means no records. A line too many
+    // ends it before any record is split.
+    void LoadFoundLoggers();
+
+    // Splits the text of slot n into the tables; nothing outside 1 to 50.
+    void ParseLoggerSettings(int number);
+
+    // Builds the text of slot n from its panel, if one is loaded, and the tables; saves unless a logger is being deleted.
+    void BuildLoggerSettings(int number);
+
+    // The record number of the first line of `found.ini` that holds the key, as a start from a shortcut looks it up: a
+    // plain search for "::" and the key, so key "1" also finds "::12" if that line comes first. None if no line does.
+    std::optional<int> FindLoggerByKey(const std::string& key);
+
+private:
+    std::string path() const;
+
+    LoggerTables& m_tables;
+    ProgramState& m_state;
+    LoggerPanels& m_panels;
+    DataFiles& m_files;
+};
+
+} // namespace harvelop

@@ -1,0 +1,55 @@
+// The options file, `options.ini` in the application directory. The unload program reads it too: key names, order and
+// the spelling of values are a contract.
+#pragma once
+
+#include "core/program_state.h"
+#include "platform/data_files.h"
+#include "settings/options.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace harvelop
+{
+
+class OptionsStore
+{
+public:
+    // `findComPorts` is called when the file is missing, so that a first run has a port list.
+    // `saveFoundLoggers` follows each save: the options and the loggers are always saved together.
+    OptionsStore(Options& options, const ProgramState& state, DataFiles& files) : m_options(options), m_state(state), m_files(files)
+    {
+    }
+    std::function<void()> FindComPorts;
+    std::function<void()> SaveFoundLoggers;
+
+    // Reads one key from the file and assigns it to its variable; gives the value's text, "" if the key is absent. The
+    // section only chooses which variables can be assigned: "Options", "tallyCores" or "Terminal"; any other assigns none.
+    // A value that does not convert leaves the variable as it was. A missing file is created with the defaults, and
+    // that request gives "" whatever the defaults hold. Each call reads the file afresh.
+    std::string ReadOption(const std::string& section, const std::string& key);
+
+    // All keys that a start asks for, in their order.
+    void ReadAllOptions();
+
+    // The five keys of the terminal window; a width or height of exactly 0 becomes the standard one.
+    void LoadTerminalGeometry();
+
+    // Rewrites the file from the variables and then the loggers' file. Nothing is reported if that fails.
+    void SaveOptions();
+
+    // Raises the counter `Icons`, read afresh from the file, and gives the key of a new logger: "::" and the new value.
+    // A counter that is not a number gives none and changes nothing.
+    std::optional<std::string> NextIconKey();
+
+private:
+    std::string path() const;
+    void writeDefaultOptions();
+
+    Options& m_options;
+    const ProgramState& m_state;
+    DataFiles& m_files;
+};
+
+} // namespace harvelop
