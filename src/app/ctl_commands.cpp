@@ -1,0 +1,85 @@
+#include "app/ctl_commands.h"
+
+#include "app/ctl_output.h"
+#include "app/start_up.h"
+#include "identify/headless_panel.h"
+
+namespace harvelop
+{
+
+namespace
+{
+
+int find(Program& p, Console& console, const CtlCommand& command)
+{
+    ConsoleMessages messages(console);
+    p.forms.loadMessages = [&]() -> MessageForm* { return &messages; };
+    HeadlessPanels panels({p.options, p.state, p.tables, p.records, p.link}, p.panels);
+
+    LoadSettings(p);
+    if (p.end.Ended())
+        return CtlFailed;
+    TakeListedPorts(p);
+    p.viewing.RebuildList();
+    p.state.cbxUnload_TallyCores.Select(0);
+    p.state.cbxUnload_Ports.SetText(command.port ? " Com " + std::to_string(*command.port) : " All Ports");
+    p.portSearch.cmdUnload_FindTallycores_Click();
+    console.EndProgressLine();
+    p.forms.loadMessages = nullptr;
+    return p.search.FoundCount > 0 ? CtlDone : CtlFailed;
+}
+
+int list(Program& p, const CtlCommand& command, std::ostream& out)
+{
+    p.records.LoadFoundLoggers();
+    out << (command.json ? LoggersAsJson(p.tables) : LoggersAsTable(p.tables));
+    return CtlDone;
+}
+
+int show(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
+{
+    p.records.LoadFoundLoggers();
+    if (!p.tables.Holds(command.number)) {
+        console.Line("There is no logger " + std::to_string(command.number) + ".");
+        return CtlFailed;
+    }
+    const LoggerRecord& record = *p.tables.Record(command.number);
+    out << (command.json ? LoggerAsJson(record, command.number) : LoggerAsText(record));
+    return CtlDone;
+}
+
+int ports(Program& p, std::ostream& out)
+{
+    p.rs232.FindComPorts();
+    for (int port = 1; port <= ComPorts; ++port)
+        if (p.link.PortAvailable[static_cast<size_t>(port - 1)])
+            out << port << "  " << p.rs232.MSComm1.DeviceName(port) << "\n";
+    return CtlDone;
+}
+
+} // namespace
+
+int RunCtlCommand(Program& program, Console& console, const CtlCommand& command, const std::string& directory,
+                  std::ostream& out)
+{
+    SetAppPath(program, directory);
+    switch (command.verb) {
+    case CtlCommand::Verb::Find:
+        return find(program, console, command);
+    case CtlCommand::Verb::List:
+        return list(program, command, out);
+    case CtlCommand::Verb::Show:
+        return show(program, console, command, out);
+    case CtlCommand::Verb::Ports:
+        return ports(program, out);
+    case CtlCommand::Verb::Help:
+        out << CtlUsage();
+        return CtlDone;
+    case CtlCommand::Verb::Version:
+        out << "harvelctl " HARVELOP_VERSION "\n";
+        return CtlDone;
+    }
+    return CtlUsageError;
+}
+
+} // namespace harvelop

@@ -1,0 +1,127 @@
+#include "app/ctl_console.h"
+
+#include <iostream>
+#include <termios.h>
+#include <unistd.h>
+
+namespace harvelop
+{
+
+namespace
+{
+
+std::string trimmed(std::string text)
+{
+    const size_t last = text.find_last_not_of(' ');
+    text.erase(last == std::string::npos ? 0 : last + 1);
+    return text;
+}
+
+// While it lives the terminal does not show what is typed.
+class EchoOff
+{
+public:
+    explicit EchoOff(bool wanted) : m_changed(wanted && tcgetattr(STDIN_FILENO, &m_before) == 0)
+    {
+        if (!m_changed)
+            return;
+        termios quiet = m_before;
+        quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
+    }
+    ~EchoOff()
+    {
+        if (m_changed)
+            tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before);
+    }
+    EchoOff(const EchoOff&) = delete;
+    EchoOff& operator=(const EchoOff&) = delete;
+
+private:
+    termios m_before{};
+    bool m_changed;
+};
+
+} // namespace
+
+Console::Console() : m_moving(isatty(STDERR_FILENO) == 1), m_canAsk(isatty(STDIN_FILENO) == 1) {}
+
+void Console::Progress(const std::string& text)
+{
+    if (text == m_last)
+        return;
+    m_last = text;
+    if (m_moving) {
+        std::cerr << "\r\x1b[K" << text << std::flush;
+        m_stands = true;
+    } else {
+        std::cerr << text << std::endl;
+    }
+}
+
+void Console::Line(const std::string& text)
+{
+    EndProgressLine();
+    std::cerr << text << std::endl;
+}
+
+void Console::EndProgressLine()
+{
+    if (m_stands)
+        std::cerr << std::endl;
+    m_stands = false;
+}
+
+std::optional<std::string> Console::Ask(const std::string& question, bool hidden)
+{
+    if (!m_canAsk)
+        return std::nullopt;
+    EndProgressLine();
+    std::cerr << question << std::flush;
+    std::string answer;
+    bool got = false;
+    {
+        const EchoOff quiet(hidden);
+        got = static_cast<bool>(std::getline(std::cin, answer));
+    }
+    if (hidden || !got)
+        std::cerr << std::endl;
+    return got ? std::optional<std::string>(answer) : std::nullopt;
+}
+
+void ConsoleMessages::SetCaption(const std::string& caption)
+{
+    // The arrow in front is the window's.
+    constexpr std::string_view Arrow = "<- ";
+    const bool arrow = caption.compare(0, Arrow.size(), Arrow) == 0;
+    m_console.Progress(trimmed(arrow ? caption.substr(Arrow.size()) : caption));
+}
+
+BoxAnswer ConsoleDialogs::Show(const Box& box)
+{
+    const std::string text = trimmed(box.text);
+    if (box.buttons == BoxButtons::Ok) {
+        m_console.Line(text);
+        if (!box.detail.empty())
+            m_console.Line(box.detail);
+        return BoxAnswer::Ok;
+    }
+    const BoxAnswer agreed = box.buttons == BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
+    const BoxAnswer declined = box.buttons == BoxButtons::YesNo ? BoxAnswer::No : BoxAnswer::Cancel;
+    if (m_yes)
+        return agreed;
+    const auto answer = m_console.Ask(text + " [y/N] ", false);
+    if (!answer)
+        m_console.Line(text + " Not done: nobody to ask, and no --yes.");
+    return answer && (*answer == "y" || *answer == "Y" || *answer == "yes") ? agreed : declined;
+}
+
+std::string ConsoleDialogs::AskPassword(const std::string& text, const std::string&)
+{
+    if (m_password)
+        return *m_password;
+    m_console.Line(trimmed(text));
+    return m_console.Ask("Password: ", true).value_or("");
+}
+
+} // namespace harvelop

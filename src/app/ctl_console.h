@@ -1,0 +1,64 @@
+// How `harvelctl` talks: progress and boxes on standard error, questions on the terminal.
+#pragma once
+
+#include "core/forms.h"
+#include "platform/dialogs.h"
+
+#include <optional>
+#include <string>
+
+namespace harvelop
+{
+
+// Standard error as one place: a moving line on a terminal, plain lines otherwise.
+class Console
+{
+public:
+    Console();
+
+    void Progress(const std::string& text); // replaces the moving line, or prints a line
+    void Line(const std::string& text);     // a line that stays
+    void EndProgressLine();                 // ends a moving line that stands
+
+    // Asks on the terminal; none without one or at its end of input. `hidden` does not show what is typed.
+    std::optional<std::string> Ask(const std::string& question, bool hidden);
+
+private:
+    bool m_moving;       // standard error is a terminal
+    bool m_canAsk;       // standard input is one too
+    bool m_stands = false; // a moving line stands
+    std::string m_last;
+};
+
+// The progress "window" of the command line.
+class ConsoleMessages : public MessageForm
+{
+public:
+    explicit ConsoleMessages(Console& console) : m_console(console) {}
+    void SetVisible(bool) override {}
+    void SetCaption(const std::string& caption) override;
+    void SetBar(int, int) override {}
+
+private:
+    Console& m_console;
+};
+
+// Boxes become lines. A question is answered by `--yes`, else on the terminal, else with Cancel or No; a password by
+// `--password`, else on the terminal, else not at all.
+class ConsoleDialogs : public Dialogs
+{
+public:
+    ConsoleDialogs(Console& console, bool yes, std::optional<std::string> password)
+        : m_console(console), m_yes(yes), m_password(std::move(password))
+    {
+    }
+    BoxAnswer Show(const Box& box) override;
+    std::string AskPassword(const std::string& text, const std::string& title) override;
+
+private:
+    Console& m_console;
+    bool m_yes;
+    std::optional<std::string> m_password;
+};
+
+} // namespace harvelop

@@ -1,0 +1,117 @@
+#include "app/ctl_output.h"
+
+#include "identify/logger_viewing.h"
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <vector>
+
+namespace harvelop
+{
+
+namespace
+{
+
+using nlohmann::ordered_json;
+
+using Row = std::vector<std::string>;
+
+// Texts of the data files are bytes; what is no UTF-8 in them is replaced here, since JSON can't hold it.
+std::string dump(const ordered_json& value)
+{
+    return value.dump(2, ' ', false, ordered_json::error_handler_t::replace) + "\n";
+}
+
+template <typename Do> void forEachLogger(const LoggerTables& tables, Do use)
+{
+    for (int number = 1; number <= MaxLoggers; ++number)
+        if (tables.Holds(number))
+            use(number, *tables.Record(number));
+}
+
+ordered_json fieldsOf(const LoggerRecord& record)
+{
+    ordered_json fields = ordered_json::object();
+    for (const auto& field : AllRecordFields()) {
+        const std::string name(field.table);
+        if (field.kind == RecordField::Kind::Schedule)
+            fields[name].push_back(FieldText(record, field));
+        else if (field.kind == RecordField::Kind::Integer)
+            fields[name] = record.*field.integer;
+        else
+            fields[name] = FieldText(record, field);
+    }
+    return fields;
+}
+
+// "A" for the entries that the model's family names, a number for the rest.
+std::string entryName(const LoggerRecord& record, int entry)
+{
+    const auto letters = ScheduleLetters(record.LoggerModel);
+    const auto index = static_cast<size_t>(entry);
+    return index < letters.size() ? std::string(1, letters[index]) : std::to_string(entry);
+}
+
+} // namespace
+
+std::string LoggersAsTable(const LoggerTables& tables)
+{
+    std::vector<Row> rows = {{"No", "Model", "Serial", "Version", "Port", "Baud", "Link", "Name"}};
+    forEachLogger(tables, [&](int number, const LoggerRecord& r) {
+        rows.push_back({std::to_string(number), r.LoggerModel, r.LoggerSerial, r.LoggerVersion, r.LoggerPort,
+                        r.LoggerLinkType == "RS232" ? r.LoggerBaud : std::string("-"), r.LoggerLinkType,
+                        LoggerListLine(r)});
+    });
+    if (rows.size() == 1)
+        return {};
+    std::vector<size_t> widths(rows[0].size(), 0);
+    for (const Row& row : rows)
+        for (size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], row[i].size());
+    std::ostringstream table;
+    for (const Row& row : rows) {
+        for (size_t i = 0; i < row.size(); ++i)
+            table << row[i] << (i + 1 < row.size() ? std::string(widths[i] - row[i].size() + 2, ' ') : "\n");
+    }
+    return table.str();
+}
+
+std::string LoggersAsJson(const LoggerTables& tables)
+{
+    ordered_json all = ordered_json::array();
+    forEachLogger(tables, [&](int number, const LoggerRecord& r) {
+        all.push_back({{"number", number},
+                       {"name", LoggerListLine(r)},
+                       {"model", r.LoggerModel},
+                       {"serial", r.LoggerSerial},
+                       {"version", r.LoggerVersion},
+                       {"link", r.LoggerLinkType},
+                       {"port", r.LoggerPort},
+                       {"baud", r.LoggerBaud},
+                       {"key", r.LoggerIconKey}});
+    });
+    return dump(all);
+}
+
+std::string LoggerAsText(const LoggerRecord& record)
+{
+    std::string lines;
+    for (const auto& field : AllRecordFields()) {
+        lines += field.table;
+        if (field.kind == RecordField::Kind::Schedule)
+            lines += "." + entryName(record, field.entry);
+        lines += "=" + FieldText(record, field) + "\n";
+    }
+    return lines;
+}
+
+std::string LoggerAsJson(const LoggerRecord& record, int number)
+{
+    ordered_json object = {{"number", number}};
+    object.update(fieldsOf(record));
+    return dump(object);
+}
+
+} // namespace harvelop

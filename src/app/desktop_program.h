@@ -1,0 +1,41 @@
+// The program behind windows: the heart, its forms, and who makes which of them when.
+#pragma once
+
+#include "app/program.h"
+#include "app/start_up.h"
+#include "core/frmMessages.h"
+#include "core/frmTaskbar.h"
+#include "panels/frmOptions.h"
+
+#include <QPointer>
+
+#include <memory>
+#include <string>
+
+namespace harvelop
+{
+
+// Forms are made on their first use and belong to this object, but for the loggers' panels, which go when they are closed.
+class DesktopProgram
+{
+public:
+    explicit DesktopProgram(const Platform& platform);
+    ~DesktopProgram();
+    DesktopProgram(const DesktopProgram&) = delete;
+    DesktopProgram& operator=(const DesktopProgram&) = delete;
+
+    // The whole start-up; the program may have ended when it returns.
+    void Start(const std::string& commandLine);
+
+    Program heart;
+
+private:
+    frmOptions& options(); // loads it on its first use
+    void showOptions();
+
+    std::unique_ptr<frmTaskbar> m_taskbar;
+    std::unique_ptr<frmMessages> m_messages;
+    std::unique_ptr<frmOptions> m_options;
+};
+
+} // namespace harvelop

@@ -1,0 +1,43 @@
+// `harvelctl`: the program without a display.
+#include "app/ctl_commands.h"
+#include "platform/qt/qt_data_files.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_event_pump.h"
+#include "platform/qt/qt_serial_control.h"
+#include "platform/qt/qt_settings_store.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <iostream>
+
+using namespace harvelop;
+
+int main(int argc, char** argv)
+{
+    const auto parsed = ParseCtlArguments({argv + 1, argv + argc});
+    if (const auto* error = std::get_if<std::string>(&parsed)) {
+        std::cerr << "harvelctl: " << *error << "\nTry 'harvelctl --help'.\n";
+        return CtlUsageError;
+    }
+    const auto& command = std::get<CtlCommand>(parsed);
+    const QFileInfo directory(QString::fromStdString(command.directory));
+    if (!directory.isDir()) {
+        std::cerr << "harvelctl: there is no directory " << command.directory << "\n";
+        return CtlFailed;
+    }
+    PrepareEventDispatcher();
+    QCoreApplication app(argc, argv);
+    Console console;
+    QtEventPump pump;
+    QtSettingsStore settings;
+    QtSerialControl serial(pump, settings);
+    ConsoleDialogs dialogs(console, command.yes, command.password);
+    QtDataFiles files;
+    QtDesktop desktop;
+    Program program({pump, serial, dialogs, files, settings, desktop});
+    const int code = RunCtlCommand(program, console, command, directory.canonicalFilePath().toStdString(), std::cout);
+    std::cout.flush();
+    return std::cout ? code : CtlFailed;
+}

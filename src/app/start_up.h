@@ -1,0 +1,51 @@
+// The start of the program: from its current directory to the first window.
+#pragma once
+
+#include "app/launch.h"
+#include "app/program.h"
+
+#include <functional>
+#include <string>
+
+namespace harvelop
+{
+
+// What a start shows and begins. A hook that is not set is something that this build does not do: the start then says
+// so and ends the program with exit code 1.
+struct StartUpHooks {
+    std::function<void()> showOptions; // makes the options panel visible; its first use loads it
+    std::function<void()> loadOptions; // loads it without showing it
+    std::function<void(const Launch&)> sendText;    // connects to `CurrentLogger` and sends
+    std::function<void(const Launch&)> loadProgram; // loads the program file of `LaunchCommand` into `CurrentLogger`
+    std::function<void(const std::string&)> say;    // a line to whoever started the program
+};
+
+class StartUp
+{
+public:
+    StartUp(Program& program, StartUpHooks hooks) : m_program(program), m_hooks(std::move(hooks)) {}
+
+    // The whole start-up. The program may have ended when it returns.
+    void Run(const std::string& commandLine);
+
+private:
+    void findAppPath();
+    void FirstRunSetup();
+    void followPath();
+    void showSinglePanel();
+
+    Program& m_program;
+    StartUpHooks m_hooks;
+};
+
+// The pieces of a start that the command-line client shares.
+
+// Sets `AppPath` and `DriveRoot`; `directory` without a trailing separator.
+void SetAppPath(Program& program, const std::string& directory);
+// Reads the options, the terminal's geometry, the records and, where one is asked for, the language file, which ends the
+// program if it can't be read. Lays down the fixed values.
+void LoadSettings(Program& program);
+// Without probing: the ports that the option `AvailablePorts` lists.
+void TakeListedPorts(Program& program);
+
+} // namespace harvelop
