@@ -1,0 +1,116 @@
+"""Shows that each rule of structure.py finds its breach, in a small tree made for the purpose."""
+import pathlib
+import tempfile
+import unittest
+
+import structure
+
+
+class Rules(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name)
+
+    def write(self, path, text):
+        (self.root / path).parent.mkdir(parents=True, exist_ok=True)
+        (self.root / path).write_text(text)
+
+    def findings(self, rule):
+        return list(structure.RULES[rule](self.root))
+
+    def test_an_include_upwards_is_found_with_its_line(self):
+        self.write("src/links/modem.h", "")
+        self.write("src/core/waiting.cpp", '#include <string>\n#include "links/modem.h"\n')
+        self.assertEqual(
+            self.findings("includes_point_downwards"),
+            ['src/core/waiting.cpp:2: core may not include links: #include "links/modem.h"'],
+        )
+
+    def test_includes_downwards_and_within_a_layer_pass(self):
+        for path in ("src/core/waiting.h", "src/links/modem.h", "src/platform/qt/pump.h", "src/links/frmDial.h"):
+            self.write(path, "")
+        self.write("src/links/modem.cpp", '#include "links/modem.h"\n#include "core/waiting.h"\n')
+        self.write("src/app/main.cpp", '#include "platform/qt/pump.h"\n#include "links/frmDial.h"\n')
+        self.assertEqual(self.findings("includes_point_downwards"), [])
+
+    def test_layers_beside_each_other_and_the_simulator_are_apart(self):
+        for path in ("src/servers/ftp.h", "src/simulator/device.h", "src/core/waiting.h", "src/platform/qt/pump.h"):
+            self.write(path, "")
+        self.write("src/loading/send.cpp", '#include "servers/ftp.h"\n')
+        self.write("src/app/main.cpp", '#include "simulator/device.h"\n')
+        self.write("src/simulator/device.cpp", '#include "core/waiting.h"\n')
+        self.write("src/panels/rules.cpp", '#include "platform/qt/pump.h"\n')
+        self.assertEqual(len(self.findings("includes_point_downwards")), 4)
+
+    def test_an_include_that_is_no_path_from_src_and_an_unknown_folder_are_found(self):
+        self.write("src/core/waiting.h", "")
+        self.write("src/core/waiting.cpp", '#include "waiting.h"\n')
+        self.write("src/extras/more.cpp", '#include "core/waiting.h"\n')
+        self.assertEqual(len(self.findings("includes_point_downwards")), 2)
+
+    def test_qt_below_the_forms_is_found(self):
+        self.write("src/core/waiting.cpp", "#include <QTimer>\n")
+        self.write("src/panels/rules.cpp", '#include "ui_frmOptions.h"\n')
+        self.write("src/identify/list.cpp", "#include <QtCore/QString>\n")
+        self.write("src/core/frmMessages.cpp", "#include <QWidget>\n")
+        self.write("src/platform/qt/pump.cpp", "#include <QTimer>\n")
+        self.assertEqual(len(self.findings("qt_stays_in_its_places")), 3)
+
+    def test_mutable_statics_are_found_and_constants_and_functions_pass(self):
+        self.write(
+            "src/core/state.cpp",
+            "static int calls = 0;\n"
+            "    static std::vector<int> cache;\n"
+            "int g_count = 0;\n"
+            "std::map<int, int> g_table;\n"
+            "static const int Limit = 3;\n"
+            "    static constexpr double Never = 1;\n"
+            "static int count(int from);\n"
+            "constexpr int Limits[] = {1, 2};\n"
+            "int Count(int from);\n"
+            "    return value;\n",
+        )
+        found = self.findings("no_mutable_statics")
+        self.assertEqual([finding.split(":")[1] for finding in found], ["1", "2", "3", "4"])
+
+    def test_an_empty_catch_is_found(self):
+        self.write("src/core/a.cpp", "try {\n} catch (const Error&) {\n    // nothing\n}\n")
+        self.write("src/core/b.cpp", "try {\n} catch (const Error&) {\n    return false;\n}\n")
+        self.assertEqual(self.findings("no_empty_catch"), ["src/core/a.cpp:2: an exception passed over in silence"])
+
+    def test_words_that_point_outside_the_tree_are_found(self):
+        self.write("docs/a.md", "As Par" + "t 3.1 says.\n")
+        self.write("src/core/a.cpp", "// TO" + "DO\nint partly = 3;\n")
+        self.write("README.md", "Under /wor" + "k/here.\n")
+        self.assertEqual(len(self.findings("words_stay_inside")), 3)
+
+    def test_a_long_file_is_found(self):
+        self.write("src/core/a.cpp", "\n" * structure.LONGEST_FILE)
+        self.assertEqual(self.findings("files_stay_short"), [])
+        self.write("src/core/a.cpp", "\n" * (structure.LONGEST_FILE + 1))
+        self.assertEqual(len(self.findings("files_stay_short")), 1)
+
+    def test_a_header_without_its_first_comment_is_found(self):
+        self.write("src/core/a.h", "#pragma once\n")
+        self.write("src/core/b.h", "// What b is for.\n#pragma once\n")
+        self.assertEqual(len(self.findings("headers_read_as_documentation")), 1)
+
+    def test_a_widget_outside_a_layout_and_a_fixed_size_are_found(self):
+        geometry = '<property name="geometry"/>'
+        self.write(
+            "src/panels/a.ui",
+            f'<ui><widget name="a">{geometry}<widget name="inner">{geometry}</widget></widget></ui>',
+        )
+        self.write("src/panels/a.cpp", "button->setFixedWidth(20);\n")
+        self.assertEqual(
+            self.findings("forms_have_layouts"),
+            [
+                "src/panels/a.ui:1: inner stands outside any layout",
+                "src/panels/a.cpp:1: a fixed geometry: button->setFixedWidth(20);",
+            ],
+        )
+
+
+if __name__ == "__main__":
+    unittest.main()
