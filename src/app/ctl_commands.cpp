@@ -14,7 +14,7 @@ int find(Program& p, Console& console, const CtlCommand& command)
 {
     ConsoleMessages messages(console);
     p.forms.loadMessages = [&]() -> MessageForm* { return &messages; };
-    HeadlessPanels panels({p.options, p.state, p.tables, p.records, p.link}, p.panels);
+    HeadlessPanels panels(p.panelServices());
 
     LoadSettings(p);
     if (p.end.Ended())

@@ -10,6 +10,7 @@
 #include "core/waiting.h"
 #include "identify/identification.h"
 #include "identify/logger_viewing.h"
+#include "identify/panel_steps.h"
 #include "identify/port_search.h"
 #include "identify/search_state.h"
 #include "links/command_exchange.h"
@@ -82,6 +83,10 @@ public:
     PortSearch portSearch;
 
     Essentials essentials() { return {waiting, progress, dialogs, language}; }
+    PanelServices panelServices()
+    {
+        return {essentials(), options, state, store, tables, records, panels, viewing, controls, forms, link, end};
+    }
 };
 
 } // namespace harvelop

@@ -1,0 +1,63 @@
+#include "identify/panel_steps.h"
+
+#include "platform/separator.h"
+#include "settings/panel_loading.h"
+
+namespace harvelop
+{
+
+std::string LinkDescriptionOf(const LoggerRecord& record)
+{
+    if (record.LoggerLinkType == "Ethernet")
+        return record.LoggerModel + " at " + record.LoggerHost + ":" + record.LoggerTcpPort;
+    const std::string way = record.LoggerLinkType == "Dialup" ? " via Modem on Com " : " on Com ";
+    return record.LoggerModel + way + record.LoggerPort;
+}
+
+void LoadPanel(const PanelServices& services, int number, const std::function<void(const PanelValues&)>& show)
+{
+    services.controls.SetFormEnabled(false);
+    services.controls.DisableOptionsControls();
+    LoggerRecord* record = services.tables.Record(number);
+    if (!record)
+        return;
+    const bool fresh = services.state.NewLoggerMode || !services.tables.HaveFoundLoggers;
+    const PanelValues values = LoadPanelValues(*record, services.options, fresh);
+    if (record->LoggerSaveFolder.empty())
+        record->LoggerSaveFolder = services.state.DriveRoot + "tallyCore" + PathSeparator;
+    if (!services.state.SearchRunning)
+        services.state.NewLoggerMode = false;
+    if (record->LoggerTab == 0)
+        record->LoggerTab = 1;
+    show(values);
+    services.records.BuildLoggerSettings(number);
+    services.link.ConnectionKind = record->LoggerLinkType;
+    services.link.LinkDescription = LinkDescriptionOf(*record);
+}
+
+void StorePanel(const PanelServices& services, int number)
+{
+    services.records.BuildLoggerSettings(number);
+    services.records.SaveFoundLoggers();
+    services.records.LoadFoundLoggers();
+    services.viewing.RebuildList();
+    services.state.cbxUnload_TallyCores.Select(services.state.CurrentLogger - 1);
+}
+
+void ClosePanel(const PanelServices& services, int number, bool mdb)
+{
+    if (LoggerRecord* record = services.tables.Record(number))
+        record->LoggerMdbOn = mdb ? "1" : "0";
+    services.store.SaveOptions();
+    if (!services.state.LaunchCommand.empty()) {
+        services.end.EndProgram();
+        return;
+    }
+    if (services.panels.CountVisiblePanels() != 1)
+        return;
+    services.controls.EnableOptionsControls();
+    services.controls.SetFormEnabled(true);
+    services.controls.FocusOk();
+}
+
+} // namespace harvelop
