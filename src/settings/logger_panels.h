@@ -5,6 +5,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace harvelop
@@ -45,9 +46,11 @@ public:
     virtual void SetUp(const PanelSetUp& setUp) = 0;
     virtual void SetCaption(const std::string& caption) = 0;
     virtual void Place(int twips) = 0; // so far below and to the right of the options panel
-    virtual void SetVisible(bool visible) = 0;
+    virtual void SetVisible(bool visible) = 0; // true also brings a visible one to the front
     virtual bool IsVisible() const = 0;
     virtual void SelectTab(int tab) = 0; // from 1
+    // What the accounts allow: each delivery is enabled, or disabled and unchecked; none leaves it as it is.
+    virtual void SetDelivery(std::optional<bool> emailEnabled, std::optional<bool> ftpEnabled) = 0;
     // Closes it, with what belongs to closing. The instance must not be used afterwards.
     virtual void Unload() = 0;
     // Another instance takes its place in the table: a hidden one goes, a visible one lives on until it is closed.
