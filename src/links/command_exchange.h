@@ -1,4 +1,5 @@
-// The text primitive that every dialogue rests on: send a line, then watch what arrives for a reply between two markers.
+// The text primitive that every dialogue rests on: send a line, then watch what arrives for a reply between two
+// markers.
 #pragma once
 
 #include "core/forms.h"
@@ -27,6 +28,7 @@ public:
     // Waits until a reply stands between the markers, or `timeoutMs` have gone from entry. Gives the reply, also in
     // `LastReply`; empty on failure, which leaves `LastReply` as it was. `ResponseStatus` is "PASS" or "FAIL".
     // What the port holds undelivered is dropped at the start, what stands in the window is not: a stale reply matches.
+    // A limit of 0 or less fails at once; with any other the window is looked at once at least. `AbortWait` ends it.
     // `includeMarkers` keeps the markers in the reply; `trimWindow` cuts the window after success.
     std::string WaitForResponse(const Markers& markers, double timeoutMs, bool includeMarkers, bool trimWindow);
 
@@ -34,13 +36,16 @@ public:
     // reply is in `ResponseText`.
     void SendAndWait(const std::string& command, const Markers& markers, double timeoutMs = 0);
 
-    // Takes what has arrived: `source` is "ComPort" or "Ethernet".
+    // Takes what has arrived: `source` is "ComPort" or "Ethernet". The terminal, if it is open and nothing else works
+    // on the link, shows it.
     void ReceiveText(const std::string& source);
 
     ReceiveWindow txtCharacterWindow; // where replies are looked for
-    std::string txtTerminal;          // a copy of all that arrives, for the terminal
+    std::string txtTerminal;          // a copy of all that arrives, for the terminal; only its end while none is open
 
 private:
+    std::string takeReply(const MarkerMatch& match, const Markers& markers, bool includeMarkers, bool trimWindow);
+
     Waiting& m_waiting;
     LinkState& m_link;
     ProgramState& m_state;

@@ -13,20 +13,20 @@ namespace harvelop
 constexpr int ComPorts = 16; // com ports are numbered 1 to 16; the program knows no others
 
 struct LinkState {
-    std::string LinkMode;       // "ComPort", "Ethernet" or "None"; any other value, and at first, behaves as "None"
-    std::string ConnectionKind; // "RS232", "Dialup" or "Ethernet": the kind of link of the record in work
+    std::string LinkMode;        // "ComPort", "Ethernet" or "None"; any other value, and at first, behaves as "None"
+    std::string ConnectionKind;  // "RS232", "Dialup" or "Ethernet": the kind of link of the record in work
     std::string LinkDescription; // names the current logger in messages
     bool LinkConnected = false;  // the last connect attempt reached the expected logger
 
     // Com ports.
-    std::array<bool, ComPorts> PortAvailable{};      // index port - 1: the port exists
-    BoundedTable<bool, 0, ComPorts> PortOpenFailed;  // index port: the last opening found it in use
-    BoundedTable<bool, 0, ComPorts> PortBusySeen;    // index port: set while the ports are probed, cleared at its end
-    std::string BusyPorts;                           // digits of the ports that failed to open during the present search
-    std::int16_t CurrentPort = 1;                    // last opened; 0 after closing; 9 on a network link
-    int ReceiveThreshold = 1;                        // `RThreshold` in normal use
-    std::string FlowControl;                         // the word last passed to SetComSettings
-    bool NoPermissionTold = false;                   // a port that the user may not open is told once
+    std::array<bool, ComPorts> PortAvailable{};     // index port - 1: the port exists
+    BoundedTable<bool, 0, ComPorts> PortOpenFailed; // index port: the last opening found it in use
+    BoundedTable<bool, 0, ComPorts> PortBusySeen;   // index port: set while the ports are probed, cleared at its end
+    std::string BusyPorts;                          // digits of the ports that failed to open during the present search
+    std::int16_t CurrentPort = 1;                   // last opened; 0 after closing; 9 on a network link
+    int ReceiveThreshold = 1;                       // `RThreshold` in normal use
+    std::string FlowControl;                        // the word last passed to SetComSettings
+    bool NoPermissionTold = false;                  // a port that the user may not open is told once
 
     // The exchange.
     double DefaultTimeout = 5000; // milliseconds; callers change it for a stretch of work and restore it

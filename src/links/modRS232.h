@@ -1,5 +1,5 @@
-// The serial port engine: opens and closes the one port, sets its line, delivers what it receives, and keeps the list of
-// the machine's ports.
+// The serial port engine: opens and closes the one port, sets its line, delivers what it receives, and keeps the list
+// of the machine's ports.
 #pragma once
 
 #include "core/forms.h"
@@ -21,6 +21,9 @@ class modRS232
 public:
     modRS232(Essentials essentials, SerialControl& MSComm1, LinkState& link, Options& options, ProgramState& state,
              Forms& forms, ProgramEnd& end);
+    ~modRS232();
+    modRS232(const modRS232&) = delete;
+    modRS232& operator=(const modRS232&) = delete;
 
     // Set by the exchange: ReceiveText("ComPort") and SendToLogger.
     std::function<void()> ReceiveText;
@@ -35,9 +38,9 @@ public:
     // Refills the drop-down of the ports; selects the option `LastSearch` or what was selected before.
     void FillPortLists(bool restoreLastSearch);
 
-    // Opens a port with the settings that are in the control. A busy port is told in a box and marked in `PortOpenFailed`;
-    // any failure adds the port to `BusyPorts` and leaves no link. In a program that was started for one command a busy
-    // port ends it.
+    // Opens a port with the settings that are in the control. A busy port is told in a box and marked in
+    // `PortOpenFailed`; any failure adds the port to `BusyPorts` and leaves no link. In a program that was started for
+    // one command a busy port ends it.
     void OpenComPort(int port);
 
     // Ends a serial or modem link; harmless without one. `LinkMode` is "None" afterwards.

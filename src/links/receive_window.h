@@ -26,6 +26,8 @@ public:
     double WindowClearCount = 0;   // overflows so far
 
 private:
+    void overflow();
+
     std::string m_text;
     std::uint64_t m_generation = 0;
 };

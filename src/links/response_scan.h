@@ -1,10 +1,13 @@
 // Looks for a reply between two markers in a text that grows.
 #pragma once
 
+#include "links/marker_finder.h"
 #include "links/receive_window.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace harvelop
@@ -12,9 +15,9 @@ namespace harvelop
 
 struct Markers {
     std::string startText; // empty: matches at every position of a non-empty text
-    int startCount = 1;    // which occurrence opens the reply, 1 the first
+    int startCount = 1;    // which occurrence opens the reply, 1 the first; less counts as 1
     std::string endText;
-    int endCount = 1; // which occurrence closes it
+    int endCount = 1; // which occurrence closes it; less counts as 1
 };
 
 // Where a reply stands: indices from 0 of the first characters of the two markers.
@@ -23,8 +26,8 @@ struct MarkerMatch {
     size_t end = 0;
 };
 
-// Gives at each call exactly what a scan of the whole text from its first character would give, but looks only at what has
-// been appended since the last call.
+// Gives at each call exactly what a scan of the whole text from its first character would give, but looks only at what
+// has been appended since the last call.
 //
 // The rule: starts are counted in order, overlapping ones too. From the `startCount`-th on, each start looks for ends
 // from one character behind its own first one to the end of the text, and the count of ends is carried on from start to
@@ -32,17 +35,23 @@ struct MarkerMatch {
 class ResponseScan
 {
 public:
-    explicit ResponseScan(Markers markers) : m_markers(std::move(markers)) {}
+    explicit ResponseScan(const Markers& markers);
 
     std::optional<MarkerMatch> Scan(const ReceiveWindow& window);
 
 private:
-    // The builder's own.
-    Markers m_markers;
+    void startOver(std::uint64_t generation);
+    void findMarkers(std::string_view text);
+    std::optional<MarkerMatch> pairMarkers() const;
+
+    MarkerFinder m_startFinder;
+    MarkerFinder m_endFinder;
+    size_t m_firstStart; // the occurrence from which starts qualify, 1 the first
+    size_t m_wanted;     // ends to count
     std::uint64_t m_generation = 0;
-    size_t m_startFrom = 0;
-    size_t m_endFrom = 0;
-    int m_startsSeen = 0;
+    size_t m_startsSeen = 0;
+    // The qualifying starts and the ends behind the first of them, rising. `m_wanted` of each tell all: each start that
+    // has an end behind it adds at least one to the count, and the ends of the first start alone can make it.
     std::vector<size_t> m_starts;
     std::vector<size_t> m_ends;
 };
