@@ -1,0 +1,40 @@
+// The right to use a com port, which programs on one machine have to share out among themselves.
+#pragma once
+
+#include <string>
+
+namespace harvelop
+{
+
+// Holds a device against other programs, by every sign that those agree on: lock files, `flock` and exclusive opening.
+// A device that is held elsewhere is left as it is. Lets go when it is destroyed.
+class PortClaim
+{
+public:
+    PortClaim() = default;
+    PortClaim(const PortClaim&) = delete;
+    PortClaim& operator=(const PortClaim&) = delete;
+    ~PortClaim() { Release(); }
+
+    // Claims the device, after letting go of an earlier one. Gives PortOk, PortAbsent, PortBusy, PortNoPermission or
+    // PortFailed.
+    int Take(const std::string& device);
+    void Release();
+
+    // The device that was claimed last, with links resolved: the name under which other programs know it too.
+    const std::string& Device() const { return m_device; }
+    // After PortBusy: "minicom (process 1234)", or empty if not known.
+    const std::string& Holder() const { return m_holder; }
+    // True if a lock file stands for the device, of whatever age.
+    bool HasLockFile() const;
+
+private:
+    int refuse(int error);
+    int open();
+
+    int m_handle = -1;
+    std::string m_device;
+    std::string m_holder;
+};
+
+} // namespace harvelop
