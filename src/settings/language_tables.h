@@ -22,7 +22,8 @@ constexpr int LangEntries = 1000; // texts are numbered 1 to 1000
 class LanguageTables
 {
 public:
-    LanguageTables(const Options& options, const ProgramState& state, DataFiles& files, Dialogs& dialogs, ProgramEnd& end)
+    LanguageTables(const Options& options, const ProgramState& state, DataFiles& files, Dialogs& dialogs,
+                   ProgramEnd& end)
         : m_options(options), m_state(state), m_files(files), m_dialogs(dialogs), m_end(end)
     {
     }
@@ -38,8 +39,8 @@ public:
     std::string LangFontName(int number) const;
     std::int16_t LangFontSize(int number) const;
 
-    // What the user sees for a number: the language file's text if one is in use (empty where it has none), otherwise the
-    // English words. Empty outside 1 to 1000.
+    // What the user sees for a number: the language file's text if one is in use (empty where it has none), otherwise
+    // the English words. Empty outside 1 to 1000.
     std::string Text(int number) const;
 
 private:
@@ -48,6 +49,7 @@ private:
         std::string fontName;
         std::int16_t fontSize = 0;
     };
+    const Entry* entry(int number) const; // nullptr outside 1 to 1000
 
     const Options& m_options;
     const ProgramState& m_state;
@@ -67,8 +69,8 @@ public:
     virtual bool SetFontSize(int points) = 0;              // 0 keeps the size
 };
 
-// Sets the caption to the texts of up to six numbers, each followed by its suffix; a number of 0 ends the list. The font is
-// that of the first number.
+// Sets the caption to the texts of up to six numbers, each followed by its suffix; a number of 0 is passed over. The
+// font is that of the first number. Texts and fonts are the language file's: call it only while one is in use.
 using LangPieces = std::vector<std::pair<int, std::string>>;
 void ApplyLangFont(const LanguageTables& language, CaptionedControl& control, const LangPieces& pieces);
 

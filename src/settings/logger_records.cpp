@@ -1,0 +1,126 @@
+#include "settings/logger_records.h"
+
+#include "core/text_lines.h"
+#include "core/text_numbers.h"
+#include "settings/panel_loading.h"
+#include "settings/replace_file.h"
+
+#include <algorithm>
+
+namespace harvelop
+{
+
+namespace
+{
+
+constexpr std::string_view RecordKey = "tallyCoreSettings=";
+constexpr size_t KeyReach = 22;   // characters of a line among which the "=" before the record is looked for
+constexpr size_t NumberReach = 4; // characters of a line that can be its number
+
+// The record of a line: what stands behind the last "=" of its first characters. So a record that has an "=" of its own
+// among them is cut there: that is meant.
+std::string_view recordIn(std::string_view line)
+{
+    const size_t equals = line.substr(0, KeyReach).rfind('=');
+    return equals == std::string_view::npos ? std::string_view() : line.substr(equals + 1);
+}
+
+} // namespace
+
+LoggerRecord* LoggerTables::Record(int number)
+{
+    return number >= 1 && number <= MaxLoggers ? &records[static_cast<size_t>(number - 1)] : nullptr;
+}
+
+const LoggerRecord* LoggerTables::Record(int number) const
+{
+    return number >= 1 && number <= MaxLoggers ? &records[static_cast<size_t>(number - 1)] : nullptr;
+}
+
+bool LoggerTables::Holds(int number) const
+{
+    return number >= 1 && number <= MaxLoggers && !FoundLoggerStrings[static_cast<size_t>(number - 1)].empty();
+}
+
+int LoggerTables::Count() const
+{
+    return static_cast<int>(std::count_if(FoundLoggerStrings.begin(), FoundLoggerStrings.end(),
+                                          [](const std::string& text) { return !text.empty(); }));
+}
+
+std::string LoggerRecords::path() const
+{
+    return m_state.AppPath + "found.ini";
+}
+
+void LoggerRecords::SaveFoundLoggers()
+{
+    std::string text;
+    int count = 0;
+    for (const std::string& record : m_tables.FoundLoggerStrings)
+        if (!record.empty())
+            text.append(std::to_string(++count)).append(RecordKey).append(record).append(CrLf);
+    ReplaceFile(m_files, path(), text);
+}
+
+void LoggerRecords::LoadFoundLoggers()
+{
+    m_tables.FoundLoggerStrings.fill("");
+    m_tables.HaveFoundLoggers = false;
+    const FileText file = m_files.Read(path());
+    LineReader lines(file.text);
+    std::string_view line;
+    size_t row = 0;
+    while (lines.Next(line)) {
+        if (!HoldsIgnoringCase(line, RecordKey))
+            continue;
+        m_tables.HaveFoundLoggers = true;
+        if (row == m_tables.FoundLoggerStrings.size())
+            return; // a line too many leaves all records unsplit: that is meant
+        m_tables.FoundLoggerStrings[row++] = recordIn(line);
+    }
+    for (int number = 1; number <= MaxLoggers; ++number)
+        if (m_tables.Holds(number))
+            ParseLoggerSettings(number);
+}
+
+void LoggerRecords::ParseLoggerSettings(int number)
+{
+    if (LoggerRecord* record = m_tables.Record(number))
+        ParseRecord(m_tables.FoundLoggerStrings[static_cast<size_t>(number - 1)], *record);
+}
+
+void LoggerRecords::BuildLoggerSettings(int number)
+{
+    if (LoggerRecord* record = m_tables.Record(number)) {
+        if (const LoggerPanel* panel = m_panels.At(number))
+            StorePanelValues(panel->Values(), *record);
+        m_tables.FoundLoggerStrings[static_cast<size_t>(number - 1)] = RecordText(*record);
+    }
+    if (!m_state.DeletingLogger)
+        SaveFoundLoggers();
+    if (m_state.AddingLogger) {
+        ListState& list = m_state.cbxUnload_TallyCores;
+        list.Select(list.Count() - 1);
+        m_state.AddingLogger = false;
+    }
+}
+
+std::optional<int> LoggerRecords::FindLoggerByKey(const std::string& key)
+{
+    const FileText file = m_files.Read(path());
+    LineReader lines(file.text);
+    std::string_view line;
+    while (lines.Next(line)) {
+        if (!Holds(line, "::" + key))
+            continue;
+        const size_t settings = FindIgnoringCase(line, RecordKey);
+        if (settings == std::string_view::npos)
+            return std::nullopt;
+        const auto number = ToInt16(line.substr(0, std::min(settings, NumberReach)));
+        return number && m_tables.Record(*number) ? std::optional<int>(*number) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+} // namespace harvelop

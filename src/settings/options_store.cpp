@@ -1,0 +1,112 @@
+#include "settings/options_store.h"
+
+#include "core/text_lines.h"
+#include "core/text_numbers.h"
+#include "settings/option_keys.h"
+#include "settings/replace_file.h"
+
+namespace harvelop
+{
+
+namespace
+{
+
+// A longer line that names a key but has no "=" ends the look-up: that is meant.
+constexpr size_t LongestLineWithoutValue = 300;
+
+constexpr float StandardTerminalWidth = 6345; // twips
+constexpr float StandardTerminalHeight = 5880;
+
+// The value of the first line that holds the key anywhere, also within another key's value: that is meant. "" if there
+// is none.
+std::string findValue(std::string_view text, std::string_view key)
+{
+    LineReader lines(text);
+    std::string_view line;
+    while (lines.Next(line)) {
+        if (!HoldsIgnoringCase(line, key))
+            continue;
+        const size_t equals = line.find('=');
+        if (equals != std::string_view::npos)
+            return std::string(line.substr(equals + 1));
+        if (line.size() > LongestLineWithoutValue)
+            break;
+    }
+    return {};
+}
+
+} // namespace
+
+std::string OptionsStore::path() const
+{
+    return m_state.AppPath + "options.ini";
+}
+
+void OptionsStore::writeDefaultOptions()
+{
+    std::string text;
+    for (const std::string_view line : DefaultOptionLines())
+        text.append(line).append(CrLf);
+    m_files.Replace(path(), text);
+}
+
+std::string OptionsStore::ReadOption(const std::string& section, const std::string& key)
+{
+    const FileText file = m_files.Read(path());
+    if (file.state == FileState::NotFound) {
+        if (FindComPorts)
+            FindComPorts();
+        writeDefaultOptions();
+        return {};
+    }
+    if (file.state != FileState::Read)
+        return {};
+
+    std::string value = findValue(file.text, key);
+    if (const OptionKey* known = FindOptionKey(section, key)) {
+        const bool repaired = value.empty() && !known->insteadOfEmpty.empty();
+        const std::string stored = repaired ? std::string(known->insteadOfEmpty) : value;
+        AssignOption(m_options, known->variable, stored);
+        if (repaired && known->repairIsReturned)
+            value = stored;
+    }
+    return value;
+}
+
+void OptionsStore::ReadAllOptions()
+{
+    for (const OptionRequest& request : StartOptionRequests())
+        ReadOption(std::string(request.section), std::string(request.key));
+}
+
+void OptionsStore::LoadTerminalGeometry()
+{
+    for (const OptionRequest& request : TerminalOptionRequests())
+        ReadOption(std::string(request.section), std::string(request.key));
+    if (m_options.TerminalWidth == 0)
+        m_options.TerminalWidth = StandardTerminalWidth;
+    if (m_options.TerminalHeight == 0)
+        m_options.TerminalHeight = StandardTerminalHeight;
+}
+
+void OptionsStore::SaveOptions()
+{
+    std::string text;
+    for (const OptionKey& row : SavedOptionKeys())
+        text.append(row.key).append("=").append(OptionText(m_options, row.written)).append(CrLf);
+    ReplaceFile(m_files, path(), text);
+    if (SaveFoundLoggers)
+        SaveFoundLoggers();
+}
+
+std::optional<std::string> OptionsStore::NextIconKey()
+{
+    ReadOption("Options", "Icons");
+    const auto counter = ToDouble(m_options.Icons);
+    if (!counter)
+        return std::nullopt;
+    m_options.Icons = NumberText(*counter + 1);
+    return "::" + m_options.Icons;
+}
+
+} // namespace harvelop
