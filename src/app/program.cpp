@@ -19,7 +19,7 @@ Program::Program(const Platform& platform)
       identification(essentials(), exchange, platform.serial, link, search, tables, store, state),
       viewing(essentials(), link, search, tables, records, store, panels, controls, state, files),
       portSearch(essentials(), rs232, exchange, identification, viewing, controls, link, search, tables, panels, options,
-                 state, files, end)
+                 state, end)
 {
     // The calls that go against the order of building.
     store.FindComPorts = [this] { rs232.FindComPorts(); };

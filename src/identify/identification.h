@@ -2,11 +2,14 @@
 #pragma once
 
 #include "core/program_state.h"
+#include "identify/model_table.h"
 #include "identify/search_state.h"
 #include "links/command_exchange.h"
 #include "settings/essentials.h"
 #include "settings/logger_records.h"
 #include "settings/options_store.h"
+
+#include <string>
 
 namespace harvelop
 {
@@ -29,8 +32,14 @@ public:
 private:
     bool PromptLoggerPassword(); // true if a whole identification has run with the password
     void ReadLoggerModel();
-    void readNamedModel(const struct NamedModel& named);
+    bool quietWithoutTerminal() const;
+    void sendTwice(const std::string& text);
+    void wakeLogger();
+    void askForModel();
+    void keepPassword(const std::string& password);
+    void readNamedModel(const NamedModel& named);
     void readSignedModel();
+    void storeVersion(const std::string& version, const std::string& reply); // `reply`: what it was read off
     void sayFound();
 
     Essentials m_use;

@@ -12,7 +12,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace harvelop
 {
@@ -23,11 +22,14 @@ std::string LoggerListLine(const LoggerRecord& record);
 class LoggerViewing
 {
 public:
-    LoggerViewing(Essentials essentials, LinkState& link, const SearchState& search, LoggerTables& tables,
+    LoggerViewing(Essentials essentials, LinkState& link, SearchState& search, LoggerTables& tables,
                   LoggerRecords& records, OptionsStore& store, LoggerPanels& panels, OptionsControls& controls,
                   ProgramState& state, DataFiles& files);
 
     std::function<void()> UnloadAddDialog; // closes `frmAddTallyCore` if it is open
+    // Let that dialog stand behind a box, and before all windows again; it is the only form that they act on.
+    std::function<void()> ClearTopmost;
+    std::function<void()> SetTopmost;
 
     // Adds logger n's line to the list: at its head, or at its place while a logger is being added. A missing serial
     // number becomes "none".
@@ -43,21 +45,29 @@ public:
     // Opens the panel of the chosen logger. Nothing with an empty list.
     void cmdUnload_View_Click();
 
-    // Makes a record and a hidden panel of each logger that a search has found.
+    // Gives the panel of a logger its caption, its look and its place; nothing if it has none.
+    void MakePanelReady(int number);
+
+    // Empties all slots but those of the loggers entered by hand; `found.ini` goes with the last of them.
+    void ForgetFoundLoggers();
+
+    // Makes a record and a hidden panel of each logger that a search has found, in the first slots that hold no logger
+    // entered by hand.
     void PopulateTallycoresFormsWithFoundTallyCores();
 
     // Asks, then deletes the logger at `index` (from 1) of the list, with its delivery list.
     void DeleteLogger(int index);
 
-    // The slots that a search fills: those that hold no logger entered by hand, in their order.
-    std::vector<int> FreeSlots() const;
-
 private:
-    std::string panelCaption(const LoggerRecord& record) const;
+    bool chooseLogger(); // false if there is none
+    std::string panelCaption(int number, const LoggerRecord& record) const;
+    void setUp(LoggerPanel& panel, LoggerRecord& record, bool forView) const;
+    void populateSlot(int find, int slot); // `find`: which find of the search, from 1
+    bool mayDelete();
 
     Essentials m_use;
     LinkState& m_link;
-    const SearchState& m_search;
+    SearchState& m_search;
     LoggerTables& m_tables;
     LoggerRecords& m_records;
     OptionsStore& m_store;

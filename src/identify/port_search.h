@@ -12,6 +12,7 @@
 #include "settings/logger_records.h"
 
 #include <string>
+#include <vector>
 
 namespace harvelop
 {
@@ -21,8 +22,7 @@ class PortSearch
 public:
     PortSearch(Essentials essentials, modRS232& rs232, CommandExchange& exchange, Identification& identification,
                LoggerViewing& viewing, OptionsControls& controls, LinkState& link, SearchState& search,
-               LoggerTables& tables, LoggerPanels& panels, Options& options, ProgramState& state, DataFiles& files,
-               ProgramEnd& end);
+               LoggerTables& tables, LoggerPanels& panels, Options& options, ProgramState& state, ProgramEnd& end);
 
     // The Find button: asks if loggers are stored, then replaces them by those found on the chosen port, the text of
     // `cbxUnload_Ports` (" All Ports", " Com 3"). Loggers entered by hand stay. Nothing changes if the user declines.
@@ -35,6 +35,26 @@ public:
     void TryPortAtBaud(const std::string& baud, const std::string& probe);
 
 private:
+    // The steps of the Find button, in their order.
+    bool mayReplaceLoggers();
+    void beginSearch();
+    void forgetLoggers();
+    void searchPorts(const std::string& chosen);
+    void tellNothingFound(const std::string& chosen);
+    void listFoundLoggers();
+    void viewFoundLoggers();
+
+    void searchAndCount(int port);
+    void tellBox(const std::string& text);
+    std::vector<int> foundSlots() const;
+
+    // The steps of a sweep.
+    bool sweep(const std::string& probe); // true if a logger answered at some rate
+    bool stopped() const;
+    void setLine(const std::string& baud);
+    void sayTrying(const std::string& baud);
+    void sendProbe(const std::string& baud, const std::string& probe);
+
     Essentials m_use;
     modRS232& m_rs232;
     CommandExchange& m_exchange;
@@ -47,7 +67,6 @@ private:
     LoggerPanels& m_panels;
     Options& m_options;
     ProgramState& m_state;
-    DataFiles& m_files;
     ProgramEnd& m_end;
 };
 

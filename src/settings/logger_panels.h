@@ -31,7 +31,9 @@ struct PanelValues {
 struct PanelSetUp {
     int picture = 10; // item of the pictures; 10: unknown model
     bool kr4Schedules = false;
-    bool known = true; // an unknown model opens a reduced panel
+    bool known = true;    // an unknown model shows neither model nor serial number
+    bool reduced = false; // and its panel, once viewed, can do nothing but be looked at
+    int modelWidth = 0;   // of `lblModel` in twips; 0: that of the design
     std::string model;
     std::string serial;
 };
