@@ -74,16 +74,17 @@ void modRS232::ReportAvailablePorts()
 {
     if (m_state.StopSearch)
         return;
-    const auto& language = m_use.language;
+    const auto report = [this](int before, const std::string& ports, int after) {
+        m_use.progress.ShowProgressText(m_use.language.Text(before) + " " + ports + " " + m_use.language.Text(after));
+    };
     if (countPorts(m_options.AvailablePorts) == 1) {
-        m_use.progress.ShowProgressText(language.Text(367) + GetField(m_options.AvailablePorts, 1) +
-                                        language.Text(368));
+        report(367, GetField(m_options.AvailablePorts, 1), 368);
     } else {
         std::string list;
         for (int port = 1; port <= ComPorts; ++port)
             if (m_link.PortAvailable[static_cast<size_t>(port - 1)])
                 list += (list.empty() ? "" : ", ") + std::to_string(port);
-        m_use.progress.ShowProgressText(language.Text(369) + list + language.Text(370));
+        report(369, list, 370);
     }
     m_use.waiting.WaitMs(1000);
 }
@@ -145,7 +146,7 @@ void modRS232::tellBusy(int port)
     m_use.progress.ShowProgressText(busy(374, 375));
     m_use.waiting.WaitMs(1000);
     m_use.progress.HideMessageForm();
-    m_use.dialogs.Show({busy(700, 701), " tallyCore Harvel", BoxIcon::Critical, BoxButtons::Ok,
+    m_use.dialogs.Show({busy(700, 701) + ".     ", " tallyCore Harvel", BoxIcon::Critical, BoxButtons::Ok,
                         holder.empty() ? "" : "In use by " + holder + "."});
     m_link.PortOpenFailed.Set(port, true);
     if (!m_state.LaunchCommand.empty()) {
