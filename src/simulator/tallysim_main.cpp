@@ -1,0 +1,198 @@
+// tallysim: simulated loggers on pseudo terminals and TCP ports of this machine.
+
+#include "simulator/pty_line.h"
+#include "simulator/report_texts.h"
+#include "simulator/simulated_logger.h"
+#include "simulator/simulation_file.h"
+#include "simulator/simulation_loop.h"
+#include "simulator/tcp_line.h"
+
+#include <csignal>
+#include <fstream>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <sys/signalfd.h>
+#include <vector>
+
+namespace
+{
+
+using namespace harvelop;
+
+constexpr int Done = 0;
+constexpr int Failed = 1;
+constexpr int WrongUsage = 2;
+
+constexpr std::string_view Usage = "usage: tallysim [--env] FILE\n"
+                                   "       tallysim --list-models | --list-failures | --help | --version\n";
+
+int showHelp()
+{
+    std::cout
+        << Usage
+        << "\nRuns the simulated loggers of FILE until it is ended by a signal. Tells where each of them stands,\n"
+           "then \"ready\".\n\n"
+           "  --env            also tells it as HARVELOP_COM<n>=PATH and TALLYSIM_TCP_<n>=ADDRESS:PORT, where\n"
+           "                   the second n counts the loggers of FILE from 1\n"
+           "  --list-models    the models, each with its series\n"
+           "  --list-failures  the failure modes and what they do\n\n"
+           "FILE holds {\"loggers\": [{\"model\": \"KR40\", \"com\": 1, \"baud\": 115200}, ...]}. A logger's keys:\n"
+        << SimulationFileHelp();
+    return Done;
+}
+
+std::string described(const ModelRow& row)
+{
+    return std::string(row.model) + (row.series.empty() ? "" : " Series " + std::string(row.series));
+}
+
+int listModels()
+{
+    for (const ModelRow& row : KnownModels())
+        std::cout << described(row) << '\n';
+    return Done;
+}
+
+int listFailures()
+{
+    for (const FailureMode& mode : FailureModes())
+        std::cout << std::left << std::setw(18) << mode.name << mode.effect << '\n';
+    return Done;
+}
+
+void complain(const std::string& text)
+{
+    std::cerr << "tallysim: " << text << '\n';
+}
+
+std::unique_ptr<SimulatedLine> openLine(const LoggerSetup& setup, std::string& error)
+{
+    auto logger = std::make_unique<SimulatedLogger>(setup.logger);
+    if (setup.IsTcp())
+        return TcpLine::Open(std::move(logger), setup.tcpPort, error);
+    return PtyLine::Open(std::move(logger), static_cast<unsigned>(setup.logger.baud), setup.link, error);
+}
+
+std::string describe(const LoggerSetup& setup, const std::string& place)
+{
+    const auto row = FindModel(setup.logger.model, setup.logger.series);
+    std::ostringstream line;
+    line << std::left << std::setw(8) << (setup.com > 0 ? "com " + std::to_string(setup.com) : "-") << std::setw(17)
+         << place << std::setw(9) << (setup.IsTcp() ? "tcp" : std::to_string(setup.logger.baud))
+         << (row ? described(*row) : setup.logger.model);
+    if (!setup.name.empty())
+        line << "  " << setup.name;
+    if (!setup.link.empty())
+        line << "  " << setup.link;
+    if (!setup.logger.password.empty())
+        line << "  with a password";
+    for (const FailureMode& mode : FailureModes())
+        if (mode.failure == setup.logger.failure && mode.failure != Failure::None)
+            line << "  " << mode.name;
+    return line.str();
+}
+
+std::string assignment(const LoggerSetup& setup, const std::string& place, std::size_t number)
+{
+    if (setup.IsTcp())
+        return "TALLYSIM_TCP_" + std::to_string(number) + "=" + place + "\n";
+    if (setup.com > 0)
+        return "HARVELOP_COM" + std::to_string(setup.com) + "=" + (setup.link.empty() ? place : setup.link) + "\n";
+    return "";
+}
+
+void announce(const std::vector<LoggerSetup>& setups, const SimulationLoop& loop, bool withAssignments)
+{
+    std::string assignments;
+    for (std::size_t i = 0; i < setups.size(); ++i) {
+        const std::string place = loop.Lines()[i]->Place();
+        std::cout << describe(setups[i], place) << '\n';
+        assignments += assignment(setups[i], place, i + 1);
+    }
+    std::cout << (withAssignments ? assignments : "") << "ready" << std::endl;
+}
+
+// What becomes readable when the program is told to end.
+FileHandle endSignals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&signals, number);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    return FileHandle(signalfd(-1, &signals, SFD_CLOEXEC));
+}
+
+std::optional<std::string> readFile(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::string text(LargestSimulationFile + 1, '\0');
+    file.read(text.data(), static_cast<std::streamsize>(text.size()));
+    if (file.bad() || !(file.good() || file.eof()))
+        return std::nullopt;
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text;
+}
+
+int simulate(const std::string& path, bool withAssignments)
+{
+    const auto text = readFile(path);
+    if (!text) {
+        complain("cannot read " + path);
+        return WrongUsage;
+    }
+    const SimulationFile simulation = ReadSimulationFile(*text);
+    for (const std::string& error : simulation.errors)
+        complain(path + ": " + error);
+    if (!simulation.errors.empty())
+        return WrongUsage;
+
+    std::signal(SIGPIPE, SIG_IGN);
+    const FileHandle ending = endSignals();
+    SimulationLoop loop;
+    for (const LoggerSetup& setup : simulation.loggers) {
+        std::string error;
+        auto line = openLine(setup, error);
+        if (!line) {
+            complain(error);
+            return Failed;
+        }
+        loop.Add(std::move(line));
+    }
+    announce(simulation.loggers, loop, withAssignments);
+    loop.Run(ending.Get());
+    return Done;
+}
+
+int run(const std::vector<std::string>& arguments)
+{
+    const std::string first = arguments.empty() ? "" : arguments.front();
+    if (arguments.size() == 1 && first == "--help")
+        return showHelp();
+    if (arguments.size() == 1 && first == "--list-models")
+        return listModels();
+    if (arguments.size() == 1 && first == "--list-failures")
+        return listFailures();
+    if (arguments.size() == 1 && first == "--version") {
+        std::cout << "tallysim " HARVELOP_VERSION "\n";
+        return Done;
+    }
+    const bool withAssignments = first == "--env";
+    if (arguments.size() != (withAssignments ? 2U : 1U) || arguments.back().starts_with("--")) {
+        std::cerr << Usage;
+        return WrongUsage;
+    }
+    return simulate(arguments.back(), withAssignments);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    return run({argv + 1, argv + argc});
+}
