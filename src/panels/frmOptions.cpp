@@ -1,0 +1,212 @@
+#include "panels/frmOptions.h"
+
+#include "core/text_lines.h"
+#include "core/text_numbers.h"
+#include "panels/frmSupport.h"
+#include "ui_frmOptions.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <string>
+
+namespace harvelop
+{
+
+namespace
+{
+constexpr const char* FormCaption = " tallyCore Harvel Options";
+constexpr double StandardPosition = 1000; // twips, from the left and from the top
+constexpr const char* StandardTimeout = "5";
+} // namespace
+
+frmOptions::frmOptions(const OptionsServices& services, QWidget* parent)
+    : QDialog(parent, Qt::Window), m_ui(std::make_unique<Ui::frmOptions>()), m_use(services)
+{
+    m_ui->setupUi(this);
+    constexpr int NameWidth = 34;
+    for (QLineEdit* field : {m_ui->txtSMTPServerName, m_ui->txtSMTPSender, m_ui->txtSMTPUserName, m_ui->txtSMTPPassword,
+                             m_ui->txtSMTPSiteID, m_ui->txtFTPServername, m_ui->txtFTPUserName, m_ui->txtFTPPassword,
+                             m_ui->txtFTPSiteID, m_ui->txtDesktopDir})
+        SetWidthInCharacters(*field, NameWidth);
+    constexpr int NumberWidth = 9;
+    for (QLineEdit* field : {m_ui->txtSMTPPort, m_ui->txtSMTPTimeout, m_ui->txtFTPTimeout, m_ui->txtSize})
+        SetWidthInCharacters(*field, NumberWidth);
+    connectChanges();
+    connectLists();
+    connectButtons();
+    connect(m_ui->tsOptions, &QTabWidget::currentChanged, this, &frmOptions::tsOptions_Click);
+    updateToolTips();
+    for (QWidget* control : findChildren<QWidget*>())
+        control->installEventFilter(this);
+    m_use.forms.options = this;
+}
+
+frmOptions::~frmOptions()
+{
+    m_use.forms.options = nullptr;
+    m_use.state.cbxUnload_Ports.Changed = nullptr;
+    m_use.state.cbxUnload_TallyCores.Changed = nullptr;
+}
+
+void frmOptions::Load()
+{
+    if (m_loaded)
+        return;
+    m_loaded = true;
+    Options& options = m_use.options;
+    if (options.OptionsTop != 0 || options.OptionsLeft != 0)
+        MoveToTwips(*this, options.OptionsLeft, options.OptionsTop);
+    else
+        MoveToTwips(*this, StandardPosition, StandardPosition);
+    SetCaption(FormCaption);
+    m_use.rs232.FillPortLists(true);
+    m_use.state.StopLinkWork = false;
+    m_use.state.StopSearch = false;
+    fillTabs();
+    if (options.SMTPTimeout.empty())
+        options.SMTPTimeout = StandardTimeout;
+    if (options.FTPTimeout.empty())
+        options.FTPTimeout = StandardTimeout;
+    m_snapshot = TakeSnapshot(options);
+    m_use.viewing.RefreshFoundLoggers();
+    fillControls();
+    fillAccounts();
+    if (!m_use.tables.HaveFoundLoggers)
+        askFirstUse();
+    if (m_use.end.Ended())
+        return;
+    m_ui->cmdApply->setEnabled(false);
+    if (m_use.state.cbxUnload_Ports.Text().empty())
+        m_use.state.cbxUnload_Ports.SetText(" All Ports");
+    applyLockControls();
+    m_ui->tsOptions->setProperty("HelpContextID", 1100);
+    m_use.state.OptionsLoaded = true;
+    if (m_use.use.language.LangActive)
+        ApplyOptionsLanguage();
+    updateToolTips();
+}
+
+void frmOptions::fillTabs()
+{
+    constexpr int FirstTab = 170;
+    for (int i = 0; i < m_ui->tsOptions->count(); ++i)
+        m_ui->tsOptions->setTabText(i, ToQString(m_use.use.language.Text(FirstTab + i)));
+    m_ui->tsOptions->setCurrentIndex(0);
+}
+
+void frmOptions::fillControls()
+{
+    const Options& options = m_use.options;
+    // In the order of the page: the first box decides over the second, whose own option must come after it.
+    for (const auto& row : m_checks)
+        row.box->setChecked(options.*row.option);
+    m_ui->txtDesktopDir->setText(ToQString(options.DesktopDir));
+    m_ui->txtSize->setText(ToQString(NumberText(options.LogFileSize)));
+
+    if (!options.ShowHarvelOnStartup)
+        m_ui->chkRunHarvelOnStartup->setChecked(true);
+    m_ui->chkRunHarvelOnStartup->setEnabled(options.ShowHarvelOnStartup);
+    ApplyAuthenticationState(options.SMTPServerRequiresAuthentication);
+    if (const auto stored = AuthenticationRead(options.SMTPAuthenticationType))
+        for (const auto& row : m_authentication)
+            if (row.kind == *stored)
+                row.button->setChecked(true);
+    SetFieldEnabled(*m_ui->txtDesktopDir, options.SaveToDesktop);
+}
+
+void frmOptions::fillAccounts()
+{
+    m_ui->txtSMTPSiteID->setText(ToQString(m_use.options.SiteID));
+    ListState& list = m_use.state.cbxUnload_TallyCores;
+    list.Select(m_use.options.LastUtallyCore);
+    for (const auto& row : m_texts)
+        row.field->setText(ToQString(m_use.options.*row.option));
+    if (list.Text().empty())
+        list.Select(list.Selected() + 1);
+}
+
+void frmOptions::askFirstUse()
+{
+    const auto answer =
+        m_use.use.dialogs.Show({m_use.use.language.Text(550), boxTitle(), BoxIcon::Question, BoxButtons::YesNo});
+    if (answer == BoxAnswer::Yes) {
+        show();
+        FocusOk();
+        m_use.use.waiting.WaitMs(100);
+        m_ui->cmdUnload_FindTallycores->click();
+        m_use.use.progress.HideMessageForm();
+    } else if (!m_use.state.LaunchCommand.empty()) {
+        m_use.end.EndProgram();
+    }
+}
+
+void frmOptions::applyLockControls()
+{
+    for (QWidget* button : {m_ui->cmdUnload_Add, m_ui->cmdUnload_Delete, m_ui->cmdUnload_FindTallycores})
+        button->setEnabled(!m_use.options.LockControls);
+}
+
+void frmOptions::SetControlEnabled(std::string_view control, bool enabled)
+{
+    if (auto* widget = findChild<QWidget*>(ToQString(control)))
+        widget->setEnabled(enabled);
+}
+
+void frmOptions::SetFormEnabled(bool enabled)
+{
+    setEnabled(enabled);
+    updateToolTips();
+}
+
+void frmOptions::SetCaption(const std::string& caption)
+{
+    setWindowTitle(ToQString(caption));
+}
+
+void frmOptions::FocusOk()
+{
+    activateWindow();
+    m_ui->cmdOk->setFocus();
+}
+
+void frmOptions::closeEvent(QCloseEvent* event)
+{
+    if (!isEnabled() && !m_use.end.Ended()) {
+        event->ignore();
+        raisePanels();
+        return;
+    }
+    unload();
+    event->accept();
+}
+
+void frmOptions::raisePanels()
+{
+    for (int number = 1; number <= MaxLoggers; ++number)
+        if (LoggerPanel* panel = m_use.panels.At(number); panel && panel->IsVisible())
+            panel->SetVisible(true);
+}
+
+void frmOptions::unload()
+{
+    if (m_use.end.Ended())
+        return;
+    m_use.options.OptionsTop = PixelsToTwips(y(), *this);
+    m_use.options.OptionsLeft = PixelsToTwips(x(), *this);
+    m_use.state.StopLinkWork = true;
+    m_use.state.StopSearch = true;
+    const ListState& ports = m_use.state.cbxUnload_Ports;
+    m_use.options.LastSearch = Holds(ports.Text(), "All Ports") ? "0" : std::to_string(ports.Selected());
+    m_use.store.SaveOptions();
+    m_use.end.EndProgram();
+}
+
+void frmOptions::reject()
+{
+    if (m_ui->cmdCancel->isEnabled())
+        cmdCancel_Click();
+}
+
+} // namespace harvelop

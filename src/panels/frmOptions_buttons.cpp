@@ -1,0 +1,127 @@
+// The buttons of the panel.
+#include "panels/frmOptions.h"
+#include "panels/frmSupport.h"
+#include "ui_frmOptions.h"
+
+namespace harvelop
+{
+
+void frmOptions::connectButtons()
+{
+    const auto onClick = [this](QPushButton* button, auto handler) {
+        connect(button, &QPushButton::clicked, this, handler);
+    };
+    onClick(m_ui->cmdUnload_FindTallycores, [this] { m_use.portSearch.cmdUnload_FindTallycores_Click(); });
+    onClick(m_ui->cmdUnload_View, [this] { m_use.viewing.cmdUnload_View_Click(); });
+    onClick(m_ui->smdShowLog, [this] { m_use.desktop.ShowTextFile(m_use.state.AppPath + "harvel.Log"); });
+    onClick(m_ui->cmdUnload_Add, &frmOptions::cmdUnload_Add_Click);
+    onClick(m_ui->cmdUnload_Delete, &frmOptions::cmdUnload_Delete_Click);
+    onClick(m_ui->cmdUnload_Unload, &frmOptions::cmdUnload_Unload_Click);
+    onClick(m_ui->cmdTerminal, &frmOptions::cmdTerminal_Click);
+    onClick(m_ui->cmdSMTPTestLogin, &frmOptions::cmdSMTPTestLogin_Click);
+    onClick(m_ui->cmdFTPTestLogin, &frmOptions::cmdFTPTestLogin_Click);
+    onClick(m_ui->cmdOk, &frmOptions::cmdOk_Click);
+    onClick(m_ui->cmdCancel, &frmOptions::cmdCancel_Click);
+    onClick(m_ui->cmdApply, &frmOptions::cmdApply_Click);
+}
+
+void frmOptions::cmdUnload_Add_Click()
+{
+    if (m_use.state.cbxUnload_TallyCores.Count() >= MaxLoggers) {
+        m_use.use.dialogs.Show({m_use.use.language.Text(554), boxTitle(), BoxIcon::Exclamation});
+        m_use.controls.EnableOptionsControls();
+        return;
+    }
+    if (!m_use.ShowAddDialog)
+        return;
+    m_use.state.AddingLogger = true;
+    m_use.state.NewLoggerMode = true;
+    m_use.ShowAddDialog();
+}
+
+void frmOptions::cmdUnload_Delete_Click()
+{
+    const ListState& list = m_use.state.cbxUnload_TallyCores;
+    if (!list.Text().empty())
+        m_use.viewing.DeleteLogger(list.Selected() + 1);
+}
+
+void frmOptions::cmdUnload_Unload_Click()
+{
+    const LanguageTables& language = m_use.use.language;
+    if (!m_use.tables.HaveFoundLoggers) {
+        m_use.use.dialogs.Show({language.Text(555), boxTitle(), BoxIcon::Information});
+        return;
+    }
+    m_use.store.SaveOptions();
+    const std::string& directory = m_use.state.AppPath;
+    if (!m_use.desktop.StartProgram(directory + "harvel.exe", {}, directory))
+        m_use.use.dialogs.Show(
+            {language.Text(531) + " " + directory + "harvel.exe " + language.Text(532), "", BoxIcon::Critical});
+}
+
+void frmOptions::cmdTerminal_Click()
+{
+    if (!m_use.ShowTerminal || !m_use.ConnectLogger)
+        return;
+    ProgramState& state = m_use.state;
+    state.TerminalStarting = true;
+    m_use.ShowTerminal();
+    state.TerminalStarting = false;
+    state.QuietConnect = true;
+    state.CurrentLogger = static_cast<std::int16_t>(state.cbxUnload_TallyCores.Selected() + 1);
+    m_use.ConnectLogger(state.CurrentLogger);
+    state.QuietConnect = false;
+    if (!m_use.link.LinkConnected && !state.TerminalOpen)
+        m_ui->cmdTerminal->setEnabled(true);
+}
+
+void frmOptions::cmdSMTPTestLogin_Click()
+{
+    if (!m_use.TestSMTPLogin)
+        return;
+    m_use.state.AbortWait = false;
+    m_ui->cmdSMTPTestLogin->setEnabled(false);
+    FocusOk();
+    m_use.TestSMTPLogin();
+    m_ui->cmdSMTPTestLogin->setEnabled(true);
+}
+
+void frmOptions::cmdFTPTestLogin_Click()
+{
+    if (!m_use.TestFTPLogin)
+        return;
+    m_use.state.AbortWait = false;
+    m_ui->cmdFTPTestLogin->setEnabled(false);
+    if (m_ui->cmdOk->isEnabled())
+        FocusOk();
+    m_use.TestFTPLogin();
+    m_ui->cmdFTPTestLogin->setEnabled(true);
+}
+
+void frmOptions::cmdApply_Click()
+{
+    ValidateServerFields();
+    m_use.store.SaveOptions();
+    m_ui->cmdApply->setEnabled(false);
+}
+
+void frmOptions::cmdOk_Click()
+{
+    ValidateServerFields();
+    m_use.options.SiteID = ToText(m_ui->txtSMTPSiteID->text());
+    m_use.options.LastUtallyCore = static_cast<std::int16_t>(m_use.state.cbxUnload_TallyCores.Selected());
+    for (const auto& row : m_texts)
+        m_use.options.*row.option = ToText(row.field->text());
+    m_use.state.OptionsLoaded = false;
+    close();
+}
+
+// That `OptionsLoaded` stays set is meant.
+void frmOptions::cmdCancel_Click()
+{
+    RestoreSnapshot(m_snapshot, m_use.options);
+    close();
+}
+
+} // namespace harvelop

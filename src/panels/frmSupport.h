@@ -1,0 +1,50 @@
+// What all forms share: the way between the heart's texts and Qt's, twips and pixels, and captions by number.
+#pragma once
+
+#include "settings/language_tables.h"
+
+#include <QPoint>
+#include <QString>
+#include <QWidget>
+
+#include <string>
+#include <string_view>
+
+class QLineEdit;
+
+namespace harvelop
+{
+
+// The heart's texts are bytes, as a rule UTF-8. A byte that is not part of valid UTF-8 travels through the controls as
+// a lone surrogate, so that a text which the user does not touch comes back byte for byte.
+QString ToQString(std::string_view bytes);
+std::string ToText(const QString& text);
+
+// Twips are 1440 to the logical inch of the window's screen.
+int TwipsToPixels(double twips, const QWidget& window);
+double PixelsToTwips(int pixels, const QWidget& window);
+
+// Moves a window to a place given in twips. A place off every screen is brought back into view.
+void MoveToTwips(QWidget& window, double left, double top);
+
+// As wide as so many characters of its font; it does not stretch beyond.
+void SetWidthInCharacters(QWidget& field, int characters);
+
+// Enables a text box in the window colour, or disables it in the button-face colour.
+void SetFieldEnabled(QLineEdit& field, bool enabled);
+
+// A widget as ApplyLangFont sees it: labels, buttons and group boxes have a caption, windows their title; other
+// widgets have none.
+class WidgetCaption : public CaptionedControl
+{
+public:
+    explicit WidgetCaption(QWidget& widget) : m_widget(widget) {}
+    bool SetCaption(const std::string& caption) override;
+    bool SetFontName(const std::string& name) override;
+    bool SetFontSize(int points) override;
+
+private:
+    QWidget& m_widget;
+};
+
+} // namespace harvelop
