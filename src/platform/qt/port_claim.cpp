@@ -129,16 +129,16 @@ int PortClaim::Take(const std::string& device)
 int PortClaim::open()
 {
     // Without waiting for a carrier, and never handed on to a program that is started later.
-    m_handle = ::open(m_device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    m_handle = FileHandle(::open(m_device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     termios line{};
-    if (m_handle < 0 || tcgetattr(m_handle, &line) != 0)
+    if (!m_handle.IsOpen() || tcgetattr(m_handle.Number(), &line) != 0)
         return refuse(PortErrorOf(errno));
-    if (flock(m_handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+    if (flock(m_handle.Number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
         return refuse(PortBusy);
     // To the superuser an exclusively opened device opens all the same. The mark may be left over from a program that
     // died, so somebody must be there who has it open.
     int exclusive = 0;
-    if (ioctl(m_handle, TIOCGEXCL, &exclusive) == 0 && exclusive && ProcessWithOpen(m_device))
+    if (ioctl(m_handle.Number(), TIOCGEXCL, &exclusive) == 0 && exclusive && ProcessWithOpen(m_device))
         return refuse(PortBusy);
     return PortOk;
 }
@@ -151,13 +151,6 @@ int PortClaim::refuse(int error)
         m_holder = holder ? ProcessName(*holder) : std::string();
     }
     return error;
-}
-
-void PortClaim::Release()
-{
-    if (m_handle >= 0)
-        ::close(m_handle);
-    m_handle = -1;
 }
 
 bool PortClaim::HasLockFile() const

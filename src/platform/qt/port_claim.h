@@ -1,6 +1,8 @@
 // The right to use a com port, which programs on one machine have to share out among themselves.
 #pragma once
 
+#include "platform/qt/file_handle.h"
+
 #include <string>
 
 namespace harvelop
@@ -11,15 +13,10 @@ namespace harvelop
 class PortClaim
 {
 public:
-    PortClaim() = default;
-    PortClaim(const PortClaim&) = delete;
-    PortClaim& operator=(const PortClaim&) = delete;
-    ~PortClaim() { Release(); }
-
     // Claims the device, after letting go of an earlier one. Gives PortOk, PortAbsent, PortBusy, PortNoPermission or
     // PortFailed.
     int Take(const std::string& device);
-    void Release();
+    void Release() { m_handle = FileHandle(); }
 
     // The device that was claimed last, with links resolved: the name under which other programs know it too.
     const std::string& Device() const { return m_device; }
@@ -32,7 +29,7 @@ private:
     int refuse(int error);
     int open();
 
-    int m_handle = -1;
+    FileHandle m_handle;
     std::string m_device;
     std::string m_holder;
 };

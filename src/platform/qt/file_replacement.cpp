@@ -1,0 +1,129 @@
+#include "platform/qt/file_replacement.h"
+
+#include "platform/qt/file_handle.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace harvelop
+{
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+constexpr mode_t NewFileMode = 0600;
+constexpr mode_t PermissionBits = 07777;
+
+// The file that a chain of links stands for, whether or not it exists.
+fs::path BehindLinks(fs::path path)
+{
+    constexpr int LongestChain = 40;
+    std::error_code error;
+    for (int link = 0; link < LongestChain && fs::is_symlink(path, error); ++link)
+        path = path.parent_path() / fs::read_symlink(path, error);
+    return path;
+}
+
+int WriteAll(int handle, const std::string& text)
+{
+    size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t written = pwrite(handle, text.data() + done, text.size() - done, static_cast<off_t>(done));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return written < 0 ? errno : ENOSPC;
+        done += static_cast<size_t>(written);
+    }
+    return fsync(handle) == 0 ? 0 : errno;
+}
+
+struct Target {
+    fs::path path; // with links followed
+    bool exists = false;
+    struct stat old = {};
+    mode_t mode = 0; // that the file gets
+};
+
+int FillAndRename(int handle, const std::string& temporary, const Target& target, const std::string& text)
+{
+    // Only the superuser can give a file away; for everybody else it is their own already.
+    if (target.exists && fchown(handle, target.old.st_uid, target.old.st_gid) != 0 && errno != EPERM)
+        return errno;
+    if (fchmod(handle, target.mode) != 0)
+        return errno;
+    if (const int error = WriteAll(handle, text))
+        return error;
+    return rename(temporary.c_str(), target.path.c_str()) == 0 ? 0 : errno;
+}
+
+// Through a new file beside the old one. `made` tells whether the folder took the new file.
+int ReplaceByRename(const Target& target, const std::string& text, bool& made)
+{
+    std::string temporary = target.path.string() + ".XXXXXX";
+    const FileHandle file(mkostemp(temporary.data(), O_CLOEXEC));
+    made = file.IsOpen();
+    if (!made)
+        return errno;
+    const int error = FillAndRename(file.Number(), temporary, target, text);
+    if (error) {
+        unlink(temporary.c_str());
+        return error;
+    }
+    const fs::path folder = target.path.has_parent_path() ? target.path.parent_path() : fs::path(".");
+    if (const FileHandle opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)); opened.IsOpen())
+        fsync(opened.Number()); // the new text stands already; this only makes it last
+    return 0;
+}
+
+// Takes room on the disk without changing what a reader sees, where the file system can do that.
+int TakeRoom(int handle, off_t length)
+{
+    if (length == 0 || fallocate(handle, FALLOC_FL_KEEP_SIZE, 0, length) == 0)
+        return 0;
+    return errno == EOPNOTSUPP ? posix_fallocate(handle, 0, length) : errno;
+}
+
+int OverwriteInPlace(const Target& target, const std::string& text)
+{
+    const FileHandle file(::open(target.path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file.IsOpen())
+        return errno;
+    const auto length = static_cast<off_t>(text.size());
+    if (const int error = TakeRoom(file.Number(), length)) {
+        // Gives back what was taken behind the old text.
+        return ftruncate(file.Number(), target.old.st_size) == 0 ? error : errno;
+    }
+    if (const int error = WriteAll(file.Number(), text))
+        return error;
+    return ftruncate(file.Number(), length) == 0 ? 0 : errno;
+}
+
+} // namespace
+
+int ReplaceFile(const std::string& path, const std::string& text, mode_t extraMode)
+{
+    if (path.empty() || path.find('\0') != std::string::npos)
+        return ENOENT;
+    Target target{.path = BehindLinks(path)};
+    target.exists = stat(target.path.c_str(), &target.old) == 0;
+    target.mode = (target.exists ? target.old.st_mode & PermissionBits : NewFileMode) | extraMode;
+    if (target.exists && !S_ISREG(target.old.st_mode))
+        return S_ISDIR(target.old.st_mode) ? EISDIR : EINVAL;
+    // A file that its owner has protected is not written, although its folder would allow it.
+    if (target.exists && faccessat(AT_FDCWD, target.path.c_str(), W_OK, AT_EACCESS) != 0)
+        return errno;
+    bool made = false;
+    const int error = ReplaceByRename(target, text, made);
+    const bool folderRefused = !made && (error == EACCES || error == EPERM || error == EROFS);
+    return target.exists && folderRefused ? OverwriteInPlace(target, text) : error;
+}
+
+} // namespace harvelop
