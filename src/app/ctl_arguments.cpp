@@ -28,7 +28,8 @@ constexpr std::array<VerbRow, 4> Verbs = {
 // A whole number in a range, written in digits only.
 std::optional<int> numberIn(const std::string& word, int first, int last)
 {
-    const bool digits = !word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return c >= '0' && c <= '9'; });
+    const bool digits =
+        !word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return c >= '0' && c <= '9'; });
     const auto number = digits ? ToInt16(word) : std::nullopt;
     return number && *number >= first && *number <= last ? std::optional<int>(*number) : std::nullopt;
 }
@@ -43,28 +44,38 @@ struct OptionRow {
 const std::vector<OptionRow>& options()
 {
     static const std::vector<OptionRow> rows = {
-        {"--dir", {}, true,
+        {"--dir",
+         {},
+         true,
          [](CtlCommand& command, const std::string& value) {
              command.directory = value;
              return value.empty() ? Error("--dir wants a directory") : Error();
          }},
-        {"--port", {Verb::Find}, true,
+        {"--port",
+         {Verb::Find},
+         true,
          [](CtlCommand& command, const std::string& value) {
              command.port = numberIn(value, 1, ComPorts);
              return command.port ? Error() : Error("--port wants a number from 1 to 16");
          }},
         {"--all", {Verb::Find}, false, [](CtlCommand&, const std::string&) { return Error(); }},
-        {"--yes", {Verb::Find}, false,
+        {"--yes",
+         {Verb::Find},
+         false,
          [](CtlCommand& command, const std::string&) {
              command.yes = true;
              return Error();
          }},
-        {"--password", {Verb::Find}, true,
+        {"--password",
+         {Verb::Find},
+         true,
          [](CtlCommand& command, const std::string& value) {
              command.password = value;
              return Error();
          }},
-        {"--json", {Verb::List, Verb::Show}, false,
+        {"--json",
+         {Verb::List, Verb::Show},
+         false,
          [](CtlCommand& command, const std::string&) {
              command.json = true;
              return Error();

@@ -44,7 +44,7 @@ private:
 
 } // namespace
 
-Console::Console() : m_moving(isatty(STDERR_FILENO) == 1), m_canAsk(isatty(STDIN_FILENO) == 1) {}
+Console::Console() : Console(std::cerr, isatty(STDERR_FILENO) == 1, isatty(STDIN_FILENO) == 1) {}
 
 void Console::Progress(const std::string& text)
 {
@@ -52,23 +52,23 @@ void Console::Progress(const std::string& text)
         return;
     m_last = text;
     if (m_moving) {
-        std::cerr << "\r\x1b[K" << text << std::flush;
+        m_err << "\r\x1b[K" << text << std::flush;
         m_stands = true;
     } else {
-        std::cerr << text << std::endl;
+        m_err << text << std::endl;
     }
 }
 
 void Console::Line(const std::string& text)
 {
     EndProgressLine();
-    std::cerr << text << std::endl;
+    m_err << text << std::endl;
 }
 
 void Console::EndProgressLine()
 {
     if (m_stands)
-        std::cerr << std::endl;
+        m_err << std::endl;
     m_stands = false;
 }
 
@@ -77,7 +77,7 @@ std::optional<std::string> Console::Ask(const std::string& question, bool hidden
     if (!m_canAsk)
         return std::nullopt;
     EndProgressLine();
-    std::cerr << question << std::flush;
+    m_err << question << std::flush;
     std::string answer;
     bool got = false;
     {
@@ -85,7 +85,7 @@ std::optional<std::string> Console::Ask(const std::string& question, bool hidden
         got = static_cast<bool>(std::getline(std::cin, answer));
     }
     if (hidden || !got)
-        std::cerr << std::endl;
+        m_err << std::endl;
     return got ? std::optional<std::string>(answer) : std::nullopt;
 }
 

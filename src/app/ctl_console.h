@@ -5,6 +5,7 @@
 #include "platform/dialogs.h"
 
 #include <optional>
+#include <ostream>
 #include <string>
 
 namespace harvelop
@@ -14,7 +15,8 @@ namespace harvelop
 class Console
 {
 public:
-    Console();
+    Console(); // standard error and input, moving and asking as they are terminals
+    Console(std::ostream& err, bool moving, bool canAsk) : m_err(err), m_moving(moving), m_canAsk(canAsk) {}
 
     void Progress(const std::string& text); // replaces the moving line, or prints a line
     void Line(const std::string& text);     // a line that stays
@@ -24,8 +26,9 @@ public:
     std::optional<std::string> Ask(const std::string& question, bool hidden);
 
 private:
-    bool m_moving;       // standard error is a terminal
-    bool m_canAsk;       // standard input is one too
+    std::ostream& m_err;
+    bool m_moving;         // progress replaces its line
+    bool m_canAsk;         // somebody is there to answer
     bool m_stands = false; // a moving line stands
     std::string m_last;
 };

@@ -15,7 +15,8 @@
 namespace harvelop
 {
 
-// Forms are made on their first use and belong to this object, but for the loggers' panels, which go when they are closed.
+// Forms are made on their first use and belong to this object, but for the loggers' panels, which go when they are
+// closed.
 class DesktopProgram
 {
 public:

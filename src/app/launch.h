@@ -8,10 +8,10 @@ namespace harvelop
 
 struct Launch {
     enum class Path {
-        Normal,     // show the options panel
-        ShowPanel,  // "::n": one logger's panel
+        Normal,      // show the options panel
+        ShowPanel,   // "::n": one logger's panel
         LoadProgram, // "::n path": load a program file into that logger
-        SendText,   // "::n %text", "::n %text%": send a command to that logger
+        SendText,    // "::n %text", "::n %text%": send a command to that logger
     };
     Path path = Path::Normal;
     std::string key;         // n

@@ -18,8 +18,8 @@ Program::Program(const Platform& platform)
       exchange(waiting, link, state, forms, rs232, ethernet),
       identification(essentials(), exchange, platform.serial, link, search, tables, store, state),
       viewing(essentials(), link, search, tables, records, store, panels, controls, state, files),
-      portSearch(essentials(), rs232, exchange, identification, viewing, controls, link, search, tables, panels, options,
-                 state, end)
+      portSearch(essentials(), rs232, exchange, identification, viewing, controls, link, search, tables, panels,
+                 options, state, end)
 {
     // The calls that go against the order of building.
     store.FindComPorts = [this] { rs232.FindComPorts(); };

@@ -46,8 +46,8 @@ public:
     void CloseEthernet() override {}
 };
 
-// Owns every state and every module; reading the constructors is reading the architecture. Two programs can live side by
-// side. Members are in the order in which they build on each other.
+// Owns every state and every module; reading the constructors is reading the architecture. Two programs can live side
+// by side. Members are in the order in which they build on each other.
 class Program
 {
 public:

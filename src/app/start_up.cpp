@@ -32,7 +32,8 @@ std::string firstLine(const FileText& file)
 
 std::string join(const std::string& directory, const std::string& name)
 {
-    return !directory.empty() && directory.back() == PathSeparator ? directory + name : directory + PathSeparator + name;
+    return !directory.empty() && directory.back() == PathSeparator ? directory + name
+                                                                   : directory + PathSeparator + name;
 }
 
 } // namespace

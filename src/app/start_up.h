@@ -13,8 +13,8 @@ namespace harvelop
 // What a start shows and begins. A hook that is not set is something that this build does not do: the start then says
 // so and ends the program with exit code 1.
 struct StartUpHooks {
-    std::function<void()> showOptions; // makes the options panel visible; its first use loads it
-    std::function<void()> loadOptions; // loads it without showing it
+    std::function<void()> showOptions;              // makes the options panel visible; its first use loads it
+    std::function<void()> loadOptions;              // loads it without showing it
     std::function<void(const Launch&)> sendText;    // connects to `CurrentLogger` and sends
     std::function<void(const Launch&)> loadProgram; // loads the program file of `LaunchCommand` into `CurrentLogger`
     std::function<void(const std::string&)> say;    // a line to whoever started the program
@@ -42,8 +42,8 @@ private:
 
 // Sets `AppPath` and `DriveRoot`; `directory` without a trailing separator.
 void SetAppPath(Program& program, const std::string& directory);
-// Reads the options, the terminal's geometry, the records and, where one is asked for, the language file, which ends the
-// program if it can't be read. Lays down the fixed values.
+// Reads the options, the terminal's geometry, the records and, where one is asked for, the language file, which ends
+// the program if it can't be read. Lays down the fixed values.
 void LoadSettings(Program& program);
 // Without probing: the ports that the option `AvailablePorts` lists.
 void TakeListedPorts(Program& program);

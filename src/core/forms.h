@@ -24,7 +24,7 @@ class OptionsForm
 public:
     virtual ~OptionsForm() = default;
     virtual void SetControlEnabled(std::string_view control, bool enabled) = 0; // by the control's name
-    virtual void SetFormEnabled(bool enabled) = 0;                             // the panel as a whole
+    virtual void SetFormEnabled(bool enabled) = 0;                              // the panel as a whole
     virtual void SetCaption(const std::string& caption) = 0;
     virtual void FocusOk() = 0; // gives `cmdOk` the focus
 };

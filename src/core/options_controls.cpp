@@ -9,11 +9,20 @@ namespace
 {
 
 // The order in which they are enabled; they are disabled with view before delete.
-constexpr std::array<std::string_view, 14> ToDisable = {
-    "cmdUnload_FindTallycores", "cmdUnload_Add",       "cmdUnload_View",    "cmdUnload_Delete",
-    "cmdUnload_Unload",         "cmdTerminal",         "chkUnload_FindPorts", "cbxUnload_Ports",
-    "cbxUnload_TallyCores",     "cmdSMTPTestLogin",    "cmdFTPTestLogin",   "cmdApply",
-    "cmdCancel",                "cmdOk"};
+constexpr std::array<std::string_view, 14> ToDisable = {"cmdUnload_FindTallycores",
+                                                        "cmdUnload_Add",
+                                                        "cmdUnload_View",
+                                                        "cmdUnload_Delete",
+                                                        "cmdUnload_Unload",
+                                                        "cmdTerminal",
+                                                        "chkUnload_FindPorts",
+                                                        "cbxUnload_Ports",
+                                                        "cbxUnload_TallyCores",
+                                                        "cmdSMTPTestLogin",
+                                                        "cmdFTPTestLogin",
+                                                        "cmdApply",
+                                                        "cmdCancel",
+                                                        "cmdOk"};
 
 enum class Unless { Never, ControlsLocked, QuietConnect };
 

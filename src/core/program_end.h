@@ -7,8 +7,8 @@
 namespace harvelop
 {
 
-// After `EndProgram` every wait returns at once, no byte leaves, no dialogue shows and no file changes: whoever is on the
-// stack, however deep, runs out quietly. Whoever owns the event loop sets `OnEnd` and leaves it with `ExitCode`.
+// After `EndProgram` every wait returns at once, no byte leaves, no dialogue shows and no file changes: whoever is on
+// the stack, however deep, runs out quietly. Whoever owns the event loop sets `OnEnd` and leaves it with `ExitCode`.
 class ProgramEnd
 {
 public:

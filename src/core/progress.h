@@ -15,8 +15,7 @@ namespace harvelop
 class Progress
 {
 public:
-    Progress(Forms& forms, ProgramState& state, Waiting& waiting)
-        : m_forms(forms), m_state(state), m_waiting(waiting)
+    Progress(Forms& forms, ProgramState& state, Waiting& waiting) : m_forms(forms), m_state(state), m_waiting(waiting)
     {
     }
 

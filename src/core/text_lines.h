@@ -7,8 +7,8 @@
 namespace harvelop
 {
 
-// Hands out the lines of a text one by one; CR LF, LF and CR each end a line. A last line without an end counts, an empty
-// rest does not.
+// Hands out the lines of a text one by one; CR LF, LF and CR each end a line. A last line without an end counts, an
+// empty rest does not.
 class LineReader
 {
 public:

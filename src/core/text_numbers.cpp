@@ -60,7 +60,8 @@ std::optional<double> ToDouble(std::string_view text)
     }
     // from_chars also takes "inf", "nan" and the like; a number here begins with a digit or a point.
     const std::string_view digits = !text.empty() && text.front() == '-' ? text.substr(1) : text;
-    const bool begins = !digits.empty() && (isDigit(digits[0]) || (digits[0] == '.' && digits.size() > 1 && isDigit(digits[1])));
+    const bool begins =
+        !digits.empty() && (isDigit(digits[0]) || (digits[0] == '.' && digits.size() > 1 && isDigit(digits[1])));
     if (!begins)
         return std::nullopt;
     double value = 0;

@@ -54,8 +54,9 @@ std::string DescribeWindows(const std::optional<WindowsVersion>& version)
 {
     if (!version)
         return "Unable to get version information. GetVersionEx returned 0";
-    return nameOf(*version) + TrimAtNull(version->servicePack) + "\r\nWindows Version Number = " +
-           std::to_string(version->major) + "." + std::to_string(version->minor) + "." + std::to_string(version->build);
+    return nameOf(*version) + TrimAtNull(version->servicePack) +
+           "\r\nWindows Version Number = " + std::to_string(version->major) + "." + std::to_string(version->minor) +
+           "." + std::to_string(version->build);
 }
 
 std::string TrimAtNull(std::string_view text)

@@ -20,8 +20,8 @@ struct WindowsVersion {
 // The version of the system that the program runs on; none anywhere but on Windows.
 std::optional<WindowsVersion> GetVersion();
 
-// A text that names the version, with its numbers in a further line. Without a version it tells that the call failed. Panels
-// test it for "XP" only.
+// A text that names the version, with its numbers in a further line. Without a version it tells that the call failed.
+// Panels test it for "XP" only.
 std::string DescribeWindows(const std::optional<WindowsVersion>& version);
 
 // The text up to its first NUL, looking at no more than the first 255 characters.

@@ -8,10 +8,10 @@ namespace harvelop
 {
 
 struct Shortcut {
-    std::string name;                      // shown under the icon
-    std::string program;                   // path of the program to start, as `StartProgram` takes it
-    std::vector<std::string> arguments{};  // reach the program byte for byte
-    std::string workingDirectory;          // the program's current directory
+    std::string name;                     // shown under the icon
+    std::string program;                  // path of the program to start, as `StartProgram` takes it
+    std::vector<std::string> arguments{}; // reach the program byte for byte
+    std::string workingDirectory;         // the program's current directory
 };
 
 class Desktop

@@ -9,8 +9,8 @@ class EventPump
 public:
     virtual ~EventPump() = default;
 
-    // Seconds since midnight, 0 to 86400, with a resolution far below a millisecond. Steady but for the fall of 86400 at
-    // midnight: setting the machine's clock does not move it.
+    // Seconds since midnight, 0 to 86400, with a resolution far below a millisecond. Steady but for the fall of 86400
+    // at midnight: setting the machine's clock does not move it.
     virtual double Timer() const = 0;
 
     // Serves everything that is pending: received text, clicks, timers, window closes. Never blocks.

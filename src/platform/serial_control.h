@@ -40,17 +40,18 @@ public:
     // The device behind a port number, for messages: "/dev/ttyUSB0", or empty.
     virtual std::string DeviceName(int port) const = 0;
 
-    virtual void Settings(const std::string& baudParityDataStop) = 0; // "9600,N,8,1"; a text it can't read changes nothing
-    virtual std::string Settings() const = 0;                        // at first "9600,N,8,1"
-    virtual void Handshaking(int kind) = 0;                          // 0 none, 1 XON/XOFF, 2 RTS/CTS
+    virtual void
+    Settings(const std::string& baudParityDataStop) = 0; // "9600,N,8,1"; a text it can't read changes nothing
+    virtual std::string Settings() const = 0;            // at first "9600,N,8,1"
+    virtual void Handshaking(int kind) = 0;              // 0 none, 1 XON/XOFF, 2 RTS/CTS
     virtual void RTSEnable(bool on) = 0;
     virtual void InBufferSize(int characters) = 0; // what the control holds at most before it makes the sender wait
 
-    virtual int InBufferCount() const = 0;  // characters waiting in the control
-    virtual void ClearInBuffer() = 0;       // `InBufferCount` = 0: drops what the control and the device hold
-    virtual void ClearOutBuffer() = 0;      // `OutBufferCount` = 0: drops what has not left
-    virtual void RThreshold(int count) = 0; // 1: each arrival raises `OnComm`; 0: text stays in the control
-    virtual std::string Input() = 0;        // takes all that is waiting
+    virtual int InBufferCount() const = 0;           // characters waiting in the control
+    virtual void ClearInBuffer() = 0;                // `InBufferCount` = 0: drops what the control and the device hold
+    virtual void ClearOutBuffer() = 0;               // `OutBufferCount` = 0: drops what has not left
+    virtual void RThreshold(int count) = 0;          // 1: each arrival raises `OnComm`; 0: text stays in the control
+    virtual std::string Input() = 0;                 // takes all that is waiting
     virtual void Output(std::string_view bytes) = 0; // nothing happens on a closed port
 
     int CommEvent = 0;            // kind of the latest event; 2: characters received

@@ -111,7 +111,8 @@ private:
     Port* reachable()
     {
         const auto found = ports.find(m_port);
-        const bool same = m_open && found != ports.end() && (found->second.speed.empty() || found->second.speed == speed());
+        const bool same =
+            m_open && found != ports.end() && (found->second.speed.empty() || found->second.speed == speed());
         return same && found->second.device ? &found->second : nullptr;
     }
     void flush()

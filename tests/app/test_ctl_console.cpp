@@ -1,0 +1,69 @@
+#include "app/ctl_console.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace harvelop::test
+{
+
+TEST(CtlConsole, ProgressIsPlainLinesWithoutATerminal)
+{
+    std::ostringstream err;
+    Console console(err, false, false);
+    ConsoleMessages messages(console);
+    messages.SetCaption("<- Searching for tallyCores ...");
+    messages.SetCaption("<- Searching for tallyCores ...");
+    messages.SetCaption("<- Trying Com 1 : 9600 baud");
+    EXPECT_EQ(err.str(), "Searching for tallyCores ...\nTrying Com 1 : 9600 baud\n");
+}
+
+TEST(CtlConsole, ProgressIsAMovingLineOnATerminal)
+{
+    std::ostringstream err;
+    Console console(err, true, false);
+    console.Progress("one");
+    console.Progress("two");
+    console.Line("done");
+    EXPECT_EQ(err.str(), "\r\x1b[Kone\r\x1b[Ktwo\ndone\n");
+}
+
+TEST(CtlConsole, AQuestionIsAnsweredByYes)
+{
+    std::ostringstream err;
+    Console console(err, false, false);
+    ConsoleDialogs dialogs(console, true, std::nullopt);
+    EXPECT_EQ(dialogs.Show({"Go on ?     ", "", BoxIcon::Question, BoxButtons::OkCancel}), BoxAnswer::Ok);
+    EXPECT_EQ(dialogs.Show({"Go on ?     ", "", BoxIcon::Question, BoxButtons::YesNo}), BoxAnswer::Yes);
+    EXPECT_EQ(err.str(), "");
+}
+
+TEST(CtlConsole, AQuestionThatNobodyCanAnswerIsDeclined)
+{
+    std::ostringstream err;
+    Console console(err, false, false);
+    ConsoleDialogs dialogs(console, false, std::nullopt);
+    EXPECT_EQ(dialogs.Show({"Go on ?     ", "", BoxIcon::Question, BoxButtons::OkCancel}), BoxAnswer::Cancel);
+    EXPECT_EQ(dialogs.Show({"Go on ?     ", "", BoxIcon::Question, BoxButtons::YesNo}), BoxAnswer::No);
+    EXPECT_NE(err.str().find("Go on ? Not done: nobody to ask, and no --yes.\n"), std::string::npos);
+}
+
+TEST(CtlConsole, ABoxBecomesALineWithItsDetail)
+{
+    std::ostringstream err;
+    Console console(err, false, false);
+    ConsoleDialogs dialogs(console, false, std::nullopt);
+    EXPECT_EQ(dialogs.Show({"Busy.     ", "", BoxIcon::Critical, BoxButtons::Ok, "In use by minicom."}), BoxAnswer::Ok);
+    EXPECT_EQ(err.str(), "Busy.\nIn use by minicom.\n");
+}
+
+TEST(CtlConsole, APasswordComesFromTheOptionAndIsNeverPrinted)
+{
+    std::ostringstream err;
+    Console console(err, false, false);
+    EXPECT_EQ(ConsoleDialogs(console, false, "mountain").AskPassword("Password?", ""), "mountain");
+    EXPECT_EQ(err.str(), "");
+    EXPECT_EQ(ConsoleDialogs(console, true, std::nullopt).AskPassword("Password?", ""), "");
+    EXPECT_EQ(err.str(), "Password?\n");
+}
+
+} // namespace harvelop::test

@@ -1,0 +1,212 @@
+#include "app/start_up.h"
+#include "support/test_program.h"
+
+#include <gtest/gtest.h>
+
+namespace harvelop::test
+{
+
+namespace
+{
+
+// A start whose windows only say that they were asked for.
+struct TestStart : TestProgram {
+    std::vector<std::string> said;
+    std::vector<std::string> asked;
+
+    void Start(const std::string& commandLine)
+    {
+        StartUpHooks hooks;
+        hooks.showOptions = [this] { asked.emplace_back("show options"); };
+        hooks.loadOptions = [this] {
+            asked.emplace_back("load options");
+            heart.viewing.RefreshFoundLoggers();
+            heart.state.cbxUnload_TallyCores.Select(0);
+        };
+        hooks.say = [this](const std::string& line) { said.push_back(line); };
+        StartUp(heart, hooks).Run(commandLine);
+    }
+
+    void Store(const std::string& foundIni) { files.files[FoundIni] = foundIni; }
+};
+
+std::string recordLine(int number, const std::string& key)
+{
+    LoggerRecord record;
+    record.LoggerPort = "3";
+    record.LoggerModel = "KR40";
+    record.LoggerIconKey = key;
+    return std::to_string(number) + "tallyCoreSettings=" + RecordText(record) + "\r\n";
+}
+
+} // namespace
+
+TEST(StartUp, AFirstStartSetsItselfUp)
+{
+    TestStart t;
+    t.Start("");
+    EXPECT_EQ(t.files.files[TestProgram::InstallIni], "Harvel was installed on 21/11/2026 at 09:30:00.\r\n");
+    EXPECT_EQ(t.settings.values[TestProgram::StoreKey], TestProgram::Directory);
+    EXPECT_EQ(t.heart.state.AppPath, "/home/user/loggers/");
+    EXPECT_EQ(t.heart.state.DriveRoot, "/home/user/");
+    EXPECT_FALSE(t.heart.state.FirstRun);
+    ASSERT_EQ(t.desktop.shortcuts.size(), 2u);
+    EXPECT_EQ(t.desktop.shortcuts[0].name, "Harvel Options");
+    EXPECT_EQ(t.desktop.shortcuts[0].program, "/home/user/loggers/harvelop.exe");
+    EXPECT_EQ(t.desktop.shortcuts[1].name, "Harvel");
+    EXPECT_EQ(t.desktop.shortcuts[1].program, "/home/user/loggers/harvel.exe");
+    EXPECT_TRUE(t.desktop.shortcuts[1].arguments.empty());
+    EXPECT_EQ(t.asked, std::vector<std::string>{"show options"});
+}
+
+TEST(StartUp, ALaterStartDoesNotSetUpAgain)
+{
+    TestStart t;
+    t.Installed();
+    t.Start("");
+    EXPECT_TRUE(t.desktop.shortcuts.empty());
+    EXPECT_EQ(t.heart.state.AppPath, "/home/user/loggers/");
+}
+
+TEST(StartUp, AnInstallLineOfThreeCharactersCountsAsNotInstalledOneOfFourAsInstalled)
+{
+    for (const auto& [line, setUps] : {std::pair{"abc\r\n", 2u}, std::pair{"abcd\r\n", 0u}}) {
+        TestStart t;
+        t.Installed();
+        t.files.files[TestProgram::InstallIni] = line;
+        t.Start("");
+        EXPECT_EQ(t.desktop.shortcuts.size(), setUps) << line;
+    }
+}
+
+TEST(StartUp, ACommandLineWithAnAmpersandSkipsTheSetUp)
+{
+    TestStart t;
+    t.Start("&");
+    EXPECT_TRUE(t.desktop.shortcuts.empty());
+    EXPECT_EQ(t.heart.state.AppPath, "/");
+    EXPECT_EQ(t.files.files.count(TestProgram::InstallIni), 0u);
+}
+
+TEST(StartUp, SettingsOfAnotherDirectoryDoNotCount)
+{
+    TestStart t;
+    t.Installed();
+    t.desktop.currentDirectory = "/home/user/other:place";
+    t.Start("");
+    EXPECT_EQ(t.settings.values["Harvel/Parameters/_home_user_other_place"], "/home/user/other:place");
+    EXPECT_EQ(t.heart.state.AppPath, "/home/user/other:place/");
+}
+
+TEST(StartUp, MissingOptionsAreCreatedAndThePortsProbed)
+{
+    TestStart t;
+    t.Installed();
+    t.serial.Plug(2, nullptr, "");
+    t.Start("");
+    EXPECT_NE(t.files.files[TestProgram::OptionsIni].find("UseLangFile=0\r\n"), std::string::npos);
+    EXPECT_TRUE(t.heart.options.FindPorts);
+    EXPECT_EQ(t.heart.options.AvailablePorts, "2,");
+    EXPECT_TRUE(t.heart.link.PortAvailable[1]);
+    EXPECT_EQ(t.heart.options.Language, "English");
+    EXPECT_FALSE(t.heart.language.LangActive);
+}
+
+TEST(StartUp, WithoutProbingTheListedPortsAreTaken)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "AvailablePorts=2,14,17,x,\r\nFindPorts=0\r\n";
+    t.Start("");
+    EXPECT_TRUE(t.heart.link.PortAvailable[1]);
+    EXPECT_TRUE(t.heart.link.PortAvailable[13]);
+    EXPECT_EQ(std::count(t.heart.link.PortAvailable.begin(), t.heart.link.PortAvailable.end(), true), 2);
+    EXPECT_TRUE(t.serial.events.empty());
+}
+
+TEST(StartUp, AnUnknownPortListPassesSilently)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "AvailablePorts=0\r\nFindPorts=0\r\n";
+    t.Start("");
+    EXPECT_EQ(std::count(t.heart.link.PortAvailable.begin(), t.heart.link.PortAvailable.end(), true), 0);
+    EXPECT_EQ(t.asked.size(), 1u);
+}
+
+TEST(StartUp, AMissingLanguageFileEndsTheProgram)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "UseLangFile=1\r\nLanguage=Klingon\r\nFindPorts=0\r\n";
+    t.dialogs.Expect(BoxAnswer::Ok);
+    t.Start("");
+    ASSERT_EQ(t.dialogs.shown.size(), 1u);
+    EXPECT_EQ(t.dialogs.shown[0].text, "The file /home/user/loggers/Klingon.txt could not be found.     ");
+    EXPECT_EQ(t.dialogs.shown[0].title, " Harvel");
+    EXPECT_EQ(t.dialogs.shown[0].icon, BoxIcon::Critical);
+    EXPECT_TRUE(t.heart.end.Ended());
+    EXPECT_TRUE(t.asked.empty());
+}
+
+TEST(StartUp, ALanguageFileIsAskedForByTheOption)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "UseLangFile=1\r\nFindPorts=0\r\n";
+    t.files.files["/home/user/loggers/English.txt"] = "503:2:9:tallyCore Harvel\r\n";
+    t.Start("");
+    EXPECT_TRUE(t.heart.language.LangActive);
+    EXPECT_EQ(t.heart.language.Text(503), "tallyCore Harvel");
+}
+
+TEST(StartUp, AShortcutOfADeletedLoggerEndsTheProgramSilently)
+{
+    for (const char* command : {"::9", "::9 %G", "::9 %G%", "::9 C:\\x.dxc"}) {
+        TestStart t;
+        t.Installed();
+        t.Store(recordLine(1, "::2"));
+        t.Start(command);
+        EXPECT_TRUE(t.heart.end.Ended()) << command;
+        EXPECT_EQ(t.heart.end.ExitCode(), 0);
+        EXPECT_TRUE(t.said.empty());
+        EXPECT_EQ(t.heart.state.CurrentLogger, 0);
+    }
+}
+
+TEST(StartUp, AKeyFindsTheRecordByASubstring)
+{
+    TestStart t;
+    t.Installed();
+    t.Store(recordLine(1, "::2") + recordLine(2, "::12") + recordLine(3, "::1"));
+    t.Start("::1");
+    EXPECT_EQ(t.heart.state.CurrentLogger, 2);
+    EXPECT_EQ(t.asked, std::vector<std::string>{"load options"});
+}
+
+TEST(StartUp, WhatThisBuildCannotDoIsSaidAndEndsTheProgram)
+{
+    for (const char* command : {"::2 %G", "::2 C:\\x.dxc"}) {
+        TestStart t;
+        t.Installed();
+        t.Store(recordLine(1, "::2"));
+        t.Start(command);
+        EXPECT_EQ(t.said.size(), 1u) << command;
+        EXPECT_TRUE(t.heart.end.Ended());
+        EXPECT_EQ(t.heart.end.ExitCode(), 1);
+    }
+}
+
+TEST(StartUp, APortLeftOpenIsClosed)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "AvailablePorts=0\r\nFindPorts=0\r\n";
+    t.serial.Plug(1, nullptr, "");
+    t.serial.CommPort(1);
+    t.serial.Open();
+    t.Start("");
+    EXPECT_FALSE(t.serial.PortOpen());
+}
+
+} // namespace harvelop::test

@@ -1,0 +1,86 @@
+"""Starts the built programs for the tests: simulated loggers, the command-line client, scratch directories."""
+
+import json
+import os
+import select
+import signal
+import subprocess
+import tempfile
+import time
+
+BIN = os.environ["HARVELOP_BIN"]
+PORTS = range(1, 17)
+
+
+class Scene:
+    """Simulated loggers on com ports and an application directory of their own. Use it in a `with` statement."""
+
+    def __init__(self, loggers=()):
+        self.loggers = list(loggers)
+        self.simulator = None
+
+    def __enter__(self):
+        self.scratch = tempfile.TemporaryDirectory(prefix="harvelop-test-")
+        self.directory = os.path.join(self.scratch.name, "loggers")
+        os.mkdir(self.directory)
+        self.environment = dict(os.environ, HOME=self.scratch.name,
+                                XDG_CONFIG_HOME=os.path.join(self.scratch.name, "config"), LC_ALL="C.UTF-8")
+        for port in PORTS:
+            self.environment[f"HARVELOP_COM{port}"] = ""
+        if self.loggers:
+            self.start_simulator()
+        return self
+
+    def __exit__(self, *_):
+        self.stop_simulator()
+        self.scratch.cleanup()
+
+    def start_simulator(self):
+        config = os.path.join(self.scratch.name, "loggers.json")
+        with open(config, "w", encoding="utf-8") as file:
+            json.dump({"loggers": self.loggers}, file)
+        self.simulator = subprocess.Popen([os.path.join(BIN, "tallysim"), "--env", config], stdout=subprocess.PIPE,
+                                          text=True)
+        deadline = time.monotonic() + 30
+        while True:
+            ready, _, _ = select.select([self.simulator.stdout], [], [], max(0, deadline - time.monotonic()))
+            line = self.simulator.stdout.readline().strip() if ready else ""
+            if not line:
+                raise RuntimeError("the simulator did not start")
+            if line == "ready":
+                return
+            name, _, value = line.partition("=")
+            if name.startswith("HARVELOP_COM"):
+                self.environment[name] = value
+
+    def stop_simulator(self):
+        if self.simulator:
+            self.simulator.terminate()
+            self.simulator.wait(timeout=30)
+            self.simulator.stdout.close()
+            self.simulator = None
+
+    def path(self, name):
+        return os.path.join(self.directory, name)
+
+    def start(self, *words):
+        """Starts harvelctl without a terminal."""
+        return subprocess.Popen([os.path.join(BIN, "harvelctl"), "--dir", self.directory, *words],
+                                env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                stderr=subprocess.PIPE, text=True)
+
+    def run(self, *words, timeout=120):
+        """Runs harvelctl to its end: exit code, standard output, standard error."""
+        process = self.start(*words)
+        try:
+            out, error = process.communicate(timeout=timeout)
+        except subprocess.TimeoutExpired:
+            process.send_signal(signal.SIGKILL)
+            process.communicate()
+            raise
+        return process.returncode, out, error
+
+    def list(self):
+        code, out, _ = self.run("list", "--json")
+        assert code == 0
+        return json.loads(out)
