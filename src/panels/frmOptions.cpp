@@ -25,7 +25,7 @@ frmOptions::frmOptions(const OptionsServices& services, QWidget* parent)
     : QDialog(parent, Qt::Window), m_ui(std::make_unique<Ui::frmOptions>()), m_use(services)
 {
     m_ui->setupUi(this);
-    constexpr int NameWidth = 34;
+    constexpr int NameWidth = 40;
     for (QLineEdit* field : {m_ui->txtSMTPServerName, m_ui->txtSMTPSender, m_ui->txtSMTPUserName, m_ui->txtSMTPPassword,
                              m_ui->txtSMTPSiteID, m_ui->txtFTPServername, m_ui->txtFTPUserName, m_ui->txtFTPPassword,
                              m_ui->txtFTPSiteID, m_ui->txtDesktopDir})
@@ -33,6 +33,10 @@ frmOptions::frmOptions(const OptionsServices& services, QWidget* parent)
     constexpr int NumberWidth = 9;
     for (QLineEdit* field : {m_ui->txtSMTPPort, m_ui->txtSMTPTimeout, m_ui->txtFTPTimeout, m_ui->txtSize})
         SetWidthInCharacters(*field, NumberWidth);
+    constexpr int HintWidth = 40;
+    m_ui->lblAdd->setMinimumWidth(m_ui->lblAdd->fontMetrics().averageCharWidth() * HintWidth);
+    m_ui->pageAbout->setAutoFillBackground(false); // the tab's own background shows through
+    m_ui->scrollAbout->viewport()->setAutoFillBackground(false);
     connectChanges();
     connectLists();
     connectButtons();
