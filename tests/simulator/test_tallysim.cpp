@@ -1,0 +1,259 @@
+// The program as a process of its own, as people and other tests use it.
+
+#include "simulator/line_client.h"
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <sstream>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <vector>
+
+namespace harvelop::test
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const std::string Del = "\x7f\r\n";
+const std::string Marks = "<<\r\n";
+
+class Tallysim : public testing::Test
+{
+protected:
+    void SetUp() override { fs::create_directory(folder); }
+    void TearDown() override
+    {
+        if (process > 0)
+            End(SIGKILL);
+        fs::remove_all(folder);
+    }
+
+    // Starts the program; its output is in `output`, its complaints in the file `errors`.
+    void Start(const std::vector<std::string>& arguments)
+    {
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        process = fork();
+        if (process == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
+            dup2(ends[1], STDOUT_FILENO);
+            dup2(open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDERR_FILENO);
+            ::close(ends[0]);
+            ::close(ends[1]);
+            std::vector<char*> argv{const_cast<char*>(TALLYSIM)};
+            for (const std::string& argument : arguments)
+                argv.push_back(const_cast<char*>(argument.c_str()));
+            argv.push_back(nullptr);
+            execv(TALLYSIM, argv.data());
+            _exit(127);
+        }
+        ::close(ends[1]);
+        output = FileHandle(ends[0]);
+    }
+
+    // Ends it with a signal, or without one waits for its own end. Gives the exit code, or minus the signal it died of.
+    int End(int signal = 0)
+    {
+        if (signal != 0)
+            kill(process, signal);
+        int status = 0;
+        waitpid(std::exchange(process, -1), &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    }
+
+    std::string File(const std::string& text)
+    {
+        const fs::path path = folder / "loggers.json";
+        std::ofstream(path) << text;
+        return path;
+    }
+
+    // Simulates those loggers and gives what was told before "ready", the assignments by name.
+    std::map<std::string, std::string> Simulate(const std::string& json)
+    {
+        Start({"--env", File(json)});
+        told = ReadUntil(output.Get(), "ready\n");
+        std::map<std::string, std::string> places;
+        std::istringstream lines(told);
+        for (std::string line; std::getline(lines, line);)
+            if (const auto equals = line.find('='); equals != std::string::npos)
+                places[line.substr(0, equals)] = line.substr(equals + 1);
+        return places;
+    }
+
+    std::string Errors() const
+    {
+        std::ifstream file(errors);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    static std::string Ask(const FileHandle& line, const std::string& text, const std::string& ending)
+    {
+        EXPECT_TRUE(Send(line, text));
+        return ReadUntil(line.Get(), ending);
+    }
+
+    const fs::path folder = fs::path(testing::TempDir()) / ("tallysim_" + std::to_string(getpid()));
+    const fs::path errors = folder / "errors";
+    pid_t process = -1;
+    FileHandle output;
+    std::string told;
+};
+
+} // namespace
+
+TEST_F(Tallysim, TellsWhatStandsWhere)
+{
+    const auto places = Simulate(R"({"loggers": [
+        {"model": "KR200", "com": 1, "name": "gate"},
+        {"model": "KR400", "com": 9, "baud": 57600, "password": "sesame", "failure": "SlowBytes"},
+        {"model": "KR40", "port": "tcp:0"}]})");
+    ASSERT_EQ(places.size(), 3U) << told << Errors();
+    EXPECT_THAT(places.at("HARVELOP_COM1"), StartsWith("/dev/pts/"));
+    EXPECT_THAT(places.at("TALLYSIM_TCP_3"), StartsWith("127.0.0.1:"));
+    EXPECT_THAT(told, HasSubstr("KR200 Series 1  gate\n"));
+    EXPECT_THAT(told, HasSubstr("com 9   " + places.at("HARVELOP_COM9")));
+    EXPECT_THAT(told, HasSubstr("57600    KR400  with a password  SlowBytes\n"));
+    EXPECT_THAT(told, testing::Not(HasSubstr("sesame")));
+    EXPECT_EQ(End(SIGTERM), 0);
+}
+
+TEST_F(Tallysim, WithoutEnvItTellsNoAssignments)
+{
+    Start({File(R"({"loggers": [{"model": "KR40", "com": 4}]})")});
+    told = ReadUntil(output.Get(), "ready\n");
+    EXPECT_THAT(told, StartsWith("com 4   /dev/pts/"));
+    EXPECT_THAT(told, testing::Not(HasSubstr("=")));
+    EXPECT_EQ(End(SIGINT), 0);
+}
+
+TEST_F(Tallysim, LoggersOnTerminalsAnswerATheirOwnSpeed)
+{
+    const auto places = Simulate(R"({"loggers": [
+        {"model": "KR200", "series": "2", "com": 1, "baud": 9600},
+        {"model": "KR40", "com": 2, "baud": 56000, "serial": "424242"}]})");
+    ASSERT_EQ(places.size(), 2U) << told << Errors();
+    const auto older = OpenTerminal(places.at("HARVELOP_COM1"), 9600);
+    EXPECT_EQ(Ask(older, Del + Del, Marks + Marks), Marks + Marks);
+    EXPECT_THAT(Ask(older, "TEST0\r\n", "\n"), HasSubstr(":52,5"));
+    const auto newer = OpenTerminal(places.at("HARVELOP_COM2"), 56000);
+    EXPECT_THAT(Ask(newer, "CHARAC1\r\n", "\n"), HasSubstr("424242\r\n"));
+}
+
+TEST_F(Tallysim, ALoggerHearsNothingAtAnotherSpeed)
+{
+    const auto places = Simulate(R"({"loggers": [
+        {"model": "KR200", "com": 1, "baud": 56000}, {"model": "KR40", "com": 2}]})");
+    ASSERT_EQ(places.size(), 2U) << told << Errors();
+    const auto wrong = OpenTerminal(places.at("HARVELOP_COM1"), 57600);
+    const auto other = OpenTerminal(places.at("HARVELOP_COM2"), 9600);
+    EXPECT_TRUE(Send(wrong, Del));
+    // One thread serves both lines: when the other one has answered some times, this one was served as well.
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(Ask(other, Del, Marks), Marks);
+    const auto right = OpenTerminal(places.at("HARVELOP_COM1"), 56000);
+    EXPECT_THAT(Ask(right, "TEST0\r\n", "\n"), StartsWith("T,"));
+}
+
+TEST_F(Tallysim, ALoggerOnTcpAnswers)
+{
+    const auto places = Simulate(R"({"loggers": [{"model": "KR45", "port": "tcp:0"}]})");
+    ASSERT_EQ(places.size(), 1U) << told << Errors();
+    for (int i = 0; i < 2; ++i) {
+        const auto client = Connect(places.at("TALLYSIM_TCP_1"));
+        EXPECT_THAT(Ask(client, "TEST0\r\n", "\n"), StartsWith("T,tallyCore 45 Version "));
+    }
+}
+
+TEST_F(Tallysim, PasswordIsWantedOverTheLineToo)
+{
+    const auto places = Simulate(R"({"loggers": [{"model": "KR23", "com": 3, "baud": 1200, "password": "sesame"}]})");
+    ASSERT_EQ(places.size(), 1U) << told << Errors();
+    const auto line = OpenTerminal(places.at("HARVELOP_COM3"), 1200);
+    EXPECT_EQ(Ask(line, "TEST0\r\n" + Del, Marks), Marks);
+    EXPECT_EQ(Ask(line, "sesame\r\n", "\n"), "Accepted\r\n");
+    EXPECT_THAT(Ask(line, "TEST0\r\n", "\n"), HasSubstr(":59,7"));
+}
+
+TEST_F(Tallysim, LinksStandWhileItRuns)
+{
+    const std::string link = folder / "com1";
+    const auto places = Simulate(R"({"loggers": [{"model": "KR40", "com": 1, "link": ")" + link + R"("}]})");
+    ASSERT_EQ(places.size(), 1U) << told << Errors();
+    EXPECT_EQ(places.at("HARVELOP_COM1"), link);
+    EXPECT_EQ(Ask(OpenTerminal(link, 9600), Del, Marks), Marks);
+    EXPECT_EQ(End(SIGHUP), 0);
+    EXPECT_FALSE(fs::is_symlink(link));
+}
+
+TEST_F(Tallysim, AFloodIsBorneByTheProgramAndItsNeighbours)
+{
+    const auto places = Simulate(R"({"loggers": [
+        {"model": "KR40", "com": 1, "baud": 115200, "failure": "FloodsGarbage"}, {"model": "KR40", "com": 2}]})");
+    ASSERT_EQ(places.size(), 2U) << told << Errors();
+    const auto flooded = OpenTerminal(places.at("HARVELOP_COM1"), 115200);
+    EXPECT_TRUE(Send(flooded, Del));
+    pollfd wait{flooded.Get(), POLLIN, 0};
+    EXPECT_EQ(poll(&wait, 1, PatienceMs), 1);
+    const auto other = OpenTerminal(places.at("HARVELOP_COM2"), 9600);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(Ask(other, Del, Marks), Marks);
+    EXPECT_EQ(End(SIGTERM), 0);
+}
+
+TEST_F(Tallysim, BadFilesAreToldAndEndWithTwo)
+{
+    Start({File(R"({"loggers": [{"model": "KR999"}, {"model": "KR40", "bauds": 1}]})")});
+    EXPECT_EQ(End(), 2);
+    const std::string path = folder / "loggers.json";
+    EXPECT_EQ(Errors(), "tallysim: " + path + ": logger 1: there is no model \"KR999\"\ntallysim: " + path +
+                            ": logger 2: unknown key \"bauds\"\n");
+    Start({folder / "none.json"});
+    EXPECT_EQ(End(), 2);
+    EXPECT_EQ(Errors(), "tallysim: cannot read " + std::string(folder / "none.json") + "\n");
+    Start({folder});
+    EXPECT_EQ(End(), 2);
+    Start({"/dev/zero"});
+    EXPECT_EQ(End(), 2);
+}
+
+TEST_F(Tallysim, WrongUsageIsToldAndEndsWithTwo)
+{
+    const std::vector<std::vector<std::string>> wrong{{}, {"--env"}, {"--what"}, {"a", "b"}, {"--env", "--help"}};
+    for (const auto& arguments : wrong) {
+        Start(arguments);
+        EXPECT_EQ(End(), 2);
+        EXPECT_THAT(Errors(), StartsWith("usage: tallysim "));
+    }
+}
+
+TEST_F(Tallysim, APlaceThatCannotBeHadEndsWithOne)
+{
+    Start({File(R"({"loggers": [{"model": "KR40", "link": ")" + folder.string() + R"("}]})")});
+    EXPECT_EQ(End(), 1);
+    EXPECT_EQ(Errors(), "tallysim: cannot make the link " + folder.string() + ": File exists\n");
+}
+
+TEST_F(Tallysim, TellsItsHelpVersionModelsAndFailures)
+{
+    const std::vector<std::pair<std::string, std::string>> asked{{"--help", "usage: tallysim"},
+                                                                 {"--version", "tallysim " HARVELOP_VERSION "\n"},
+                                                                 {"--list-models", "KR205 with a 2 XBMs Series 1\n"},
+                                                                 {"--list-failures", "SlowBytes "}};
+    for (const auto& [option, expected] : asked) {
+        Start({option});
+        EXPECT_THAT(ReadUntil(output.Get(), "no such ending"), HasSubstr(expected));
+        EXPECT_EQ(End(), 0);
+    }
+}
+
+} // namespace harvelop::test
