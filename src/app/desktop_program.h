@@ -6,8 +6,7 @@
 #include "core/frmMessages.h"
 #include "core/frmTaskbar.h"
 #include "panels/frmOptions.h"
-
-#include <QPointer>
+#include "panels/frmTallyCores.h"
 
 #include <memory>
 #include <string>
@@ -15,7 +14,7 @@
 namespace harvelop
 {
 
-// Forms are made on their first use and belong to this object, but for the loggers' panels, which go when they are
+// Forms are made on their first use. They belong to this object, but for the loggers' panels, which go when they are
 // closed.
 class DesktopProgram
 {
@@ -31,12 +30,14 @@ public:
     Program heart;
 
 private:
-    frmOptions& options(); // loads it on its first use
+    frmOptions& loadedOptions();
     void showOptions();
+    MessageForm* loadMessages();
 
-    std::unique_ptr<frmTaskbar> m_taskbar;
-    std::unique_ptr<frmMessages> m_messages;
+    TallyCorePanels m_panels;
     std::unique_ptr<frmOptions> m_options;
+    std::unique_ptr<frmMessages> m_messages;
+    frmTaskbar m_taskbar;
 };
 
 } // namespace harvelop

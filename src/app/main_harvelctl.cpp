@@ -32,7 +32,7 @@ int main(int argc, char** argv)
     Console console;
     QtEventPump pump;
     QtSettingsStore settings;
-    QtSerialControl serial(pump, settings);
+    QtSerialControl serial(settings);
     ConsoleDialogs dialogs(console, command.yes, command.password);
     QtDataFiles files;
     QtDesktop desktop;

@@ -1,0 +1,80 @@
+// `harvelop`: the control panel.
+#include "app/desktop_program.h"
+#include "platform/qt/qt_data_files.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_event_pump.h"
+#include "platform/qt/qt_serial_control.h"
+#include "platform/qt/qt_settings_store.h"
+#include "platform/qt/qt_window_desktop.h"
+
+#include <QApplication>
+
+#include <iostream>
+#include <string_view>
+
+using namespace harvelop;
+
+namespace
+{
+
+constexpr const char* Usage = R"(Usage: harvelop [COMMAND]
+
+The control panel for data loggers. It works in the current directory.
+
+  ::n              open the panel of the logger with the key ::n
+  ::n PATH         load the program file at PATH into that logger
+  ::n %TEXT        send TEXT to that logger
+  ::n %TEXT%       the same in the terminal, which stays
+  --help, --version
+)";
+
+// Both are answered without a display. True if the word was one of them.
+bool answered(std::string_view word)
+{
+    if (word == "--help" || word == "-h")
+        std::cout << Usage;
+    else if (word == "--version")
+        std::cout << "harvelop " HARVELOP_VERSION "\n";
+    else
+        return false;
+    return true;
+}
+
+// The words as they came, byte for byte.
+std::string commandLineOf(int argc, char** argv)
+{
+    std::string line;
+    for (int i = 1; i < argc; ++i)
+        line += (i > 1 ? " " : "") + std::string(argv[i]);
+    return line;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc > 1 && answered(argv[1]))
+        return 0;
+    PrepareEventDispatcher();
+    QApplication app(argc, argv);
+    QApplication::setApplicationName("harvelop");
+    QApplication::setApplicationVersion(HARVELOP_VERSION);
+    // The hidden main object keeps the program going, whatever windows are open.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    QtEventPump pump;
+    QtSettingsStore settings;
+    QtSerialControl serial(settings);
+    QtDialogs dialogs;
+    QtDataFiles files;
+    QtWindowDesktop desktop;
+    DesktopProgram program({pump, serial, dialogs, files, settings, desktop});
+    ProgramEnd& end = program.heart.end;
+    end.OnEnd = [&] {
+        serial.Close();
+        QCoreApplication::exit(end.ExitCode());
+    };
+    program.Start(commandLineOf(argc, argv)); // without what Qt has taken for itself
+    // An end during the start came before the event loop, which would not hear of it.
+    return end.Ended() ? end.ExitCode() : QApplication::exec();
+}
