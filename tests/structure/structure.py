@@ -22,7 +22,7 @@ LAYERS = [
 RANK = {layer: rank for rank, line in enumerate(LAYERS) for layer in line}
 LAYER_NAMES = {*RANK, "platform/qt", "simulator"}
 FORMS = "panels"  # where a form ranks, whatever folder it stands in
-SOURCES = ("src", "tests", "bench", "fuzz")
+SOURCES = ("src", "tests", "benchmarks", "fuzz")
 LONGEST_FILE = 500
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+([<"])([^>"]+)[>"]')

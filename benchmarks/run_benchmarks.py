@@ -1,0 +1,131 @@
+#!/usr/bin/env python3
+"""run_benchmarks.py BIN [NAME...]: runs the benchmarks in BIN, all or those named, and prints a table of what they measured against its limit.
+
+A miss is told, it is no failure; a benchmark that can't run is one.
+"""
+import contextlib
+import json
+import os
+import pathlib
+import pty
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+import tty
+
+BIN = pathlib.Path(sys.argv[1]).resolve()
+STARTS = 15
+
+# What a search of one silent port waits for: at each of the eleven rates for the probe and the reply, then to tell.
+SILENT_PORT_MS = 11 * 500 + (10 + 20 + 30 + 40 + 50 + 100 + 200 + 300 + 400 + 500 + 1000) + 500 + 1000 + 50
+
+
+def output(program, *arguments, **options):
+    return subprocess.run([BIN / program, *arguments], stdout=subprocess.PIPE, text=True, check=True, **options).stdout
+
+
+def figures(text):
+    """Lines of a name and a number."""
+    return {name: float(value) for name, value in (line.split() for line in text.splitlines())}
+
+
+@contextlib.contextmanager
+def display():
+    """A virtual screen; gives the environment of programs on it."""
+    read, write = os.pipe()
+    with subprocess.Popen(
+        ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset"],
+        pass_fds=[write], stderr=subprocess.DEVNULL,
+    ) as server:
+        os.close(write)
+        try:
+            with os.fdopen(read) as ready:
+                number = ready.readline().strip()
+            if not number:
+                raise RuntimeError("Xvfb did not start")
+            yield {"DISPLAY": f":{number}", "QT_QPA_PLATFORM": "xcb"}
+        finally:
+            server.terminate()
+
+
+@contextlib.contextmanager
+def scene():
+    """An application directory of its own with 50 loggers, and no com ports; gives the directory and the environment."""
+    with tempfile.TemporaryDirectory(prefix="harvelop-bench-") as scratch:
+        directory = os.path.join(scratch, "loggers")
+        os.mkdir(directory)
+        output("make_records", directory)
+        config = os.path.join(scratch, "config")
+        environment = dict(os.environ, XDG_CONFIG_HOME=config, XDG_RUNTIME_DIR=scratch, HOME=scratch)
+        environment |= {f"HARVELOP_COM{port}": "" for port in range(1, 17)}
+        yield directory, environment
+
+
+def round_trip():
+    told = figures(output("bench_round_trip"))
+    for name, words, limit in (("median", "median", 1.3), ("p99", "99th percentile", 2.0)):
+        bare, exchange = told[f"bare_{name}_us"], told[f"exchange_{name}_us"]
+        yield (f"round trip over a PTY, {words}", f"{exchange:.1f} us, bare {bare:.1f} us", exchange / bare, limit, "times")
+
+
+def scanning():
+    report = json.loads(output("bench_scan", "--benchmark_format=json", "--benchmark_min_time=0.3",
+                               stderr=subprocess.DEVNULL))
+    cpu = {row["name"]: row["cpu_time"] / 1000 for row in report["benchmarks"]}
+    for name in sorted({name.split("/")[1] for name in cpu}):
+        half, whole = cpu[f"scan/{name}/32750"], cpu[f"scan/{name}/65500"]
+        yield (f"scan of 65,500 characters, {name}", "CPU", whole, 250, "us")
+        yield ("  against half of it", f"{half:.1f} us", whole / half, 2.5, "times")
+
+
+def waiting():
+    with scene() as (directory, environment), display() as screen:
+        told = figures(output("bench_waiting", cwd=directory, env=environment | screen))
+    yield ("waiting 10 s, the window open", "CPU", told["waiting_cpu_percent"], 0.1, "% of a core")
+
+
+def silent_port():
+    with scene() as (directory, environment):
+        pathlib.Path(directory, "options.ini").write_text("[Options]\r\nFindPorts=False\r\nAvailablePorts=1,\r\n")
+        master, slave = pty.openpty()
+        tty.setraw(slave)
+        environment["HARVELOP_COM1"] = os.ttyname(slave)
+        begin = time.monotonic()
+        subprocess.run([BIN / "harvelctl", "--dir", directory, "find", "--port", "1", "--yes"], env=environment, check=False,
+                       stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        took = (time.monotonic() - begin) * 1000
+        os.close(slave)
+        os.close(master)
+    yield ("search of a silent port", f"{took:.0f} ms, its waits {SILENT_PORT_MS} ms", took / SILENT_PORT_MS, 1.02, "times")
+
+
+def start():
+    with scene() as (directory, environment), display() as screen:
+        environment |= screen
+
+        def first_window(program):
+            return float(output("window_timer", BIN / program, cwd=directory, env=environment))
+
+        first_window("harvelop")  # the first start in a directory sets it up
+        ours, floor = [], []
+        for _ in range(STARTS):
+            floor.append(first_window("minimal_window"))
+            ours.append(first_window("harvelop"))
+    window, least = statistics.median(ours), statistics.median(floor)
+    yield ("start to first window, 50 loggers", f"{window:.0f} ms, minimal {least:.0f} ms", window / least, 2.0, "times")
+
+
+def main():
+    print(f"{'':44}{'measured':>10}{'limit':>8}  {'':12}{'':6}of")
+    only = sys.argv[2:]
+    for benchmark in (round_trip, scanning, waiting, silent_port, start):
+        if only and benchmark.__name__ not in only:
+            continue
+        for name, of, measured, limit, unit in benchmark():
+            verdict = "PASS" if measured <= limit else "MISS"
+            print(f"{name:44}{measured:10.3f}{limit:8g}  {unit:12}{verdict:6}{of}", flush=True)
+
+
+main()
