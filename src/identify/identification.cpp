@@ -27,13 +27,6 @@ constexpr const char* PasswordQuestion =
 
 constexpr double MsOfSecond = 1000.0;
 
-// Line noise in a version or serial number would break the record's line.
-std::string withoutControls(std::string text)
-{
-    std::erase_if(text, [](unsigned char c) { return c < ' ' || c == 0x7f; });
-    return text;
-}
-
 } // namespace
 
 Identification::Identification(Essentials essentials, CommandExchange& exchange, SerialControl& MSComm1,
@@ -199,7 +192,7 @@ void Identification::readNamedModel(const NamedModel& named)
     const std::string& reply = m_link.ResponseText;
     const auto start = static_cast<size_t>(named.serialPosition - 1);
     const std::string serial = start < reply.size() ? reply.substr(start, SerialLength) : std::string();
-    m_search.IdentifiedSerial.Set(m_state.CurrentLogger - 1, withoutControls(serial));
+    m_search.IdentifiedSerial.Set(m_state.CurrentLogger - 1, serial);
 }
 
 void Identification::readSignedModel()
@@ -221,12 +214,11 @@ void Identification::readSignedModel()
 
 void Identification::storeVersion(const std::string& version, const std::string& reply)
 {
-    const std::string kept = withoutControls(version);
-    m_search.IdentifiedVersion.Set(m_state.CurrentLogger - 1, kept);
+    m_search.IdentifiedVersion.Set(m_state.CurrentLogger - 1, version);
     // A logger that is only silent today keeps the version that its record holds.
     LoggerRecord* record = RecordOf(m_state.CurrentLogger);
     if (record && !reply.empty())
-        record->LoggerVersion = kept;
+        record->LoggerVersion = version;
 }
 
 void Identification::sayFound()

@@ -48,7 +48,8 @@ private:
     void tellBox(const std::string& text);
     std::vector<int> foundSlots() const;
 
-    // The steps of a sweep.
+    // The steps of a sweep over the rates of one port.
+    static constexpr int SweepSteps = 11;
     bool sweep(const std::string& probe); // true if a logger answered at some rate
     bool stopped() const;
     void setLine(const std::string& baud);
