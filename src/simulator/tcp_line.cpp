@@ -72,8 +72,13 @@ void TcpLine::Serve(double nowMs)
 void TcpLine::admitClient()
 {
     FileHandle client(accept4(m_listener.Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
-    if (!client.IsOpen() || m_client.IsOpen())
+    if (!client.IsOpen())
         return;
+    // Asked only now: a client that hangs up and calls again at once must find the line free.
+    pollfd hungUp{m_client.Get(), POLLRDHUP, 0};
+    if (m_client.IsOpen() && poll(&hungUp, 1, 0) == 0)
+        return;
+    dropClient();
     const int on = 1;
     setsockopt(client.Get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     m_client = std::move(client);

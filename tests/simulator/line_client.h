@@ -40,10 +40,9 @@ inline std::string ReadUntil(int fd, const std::string& ending, const std::funct
     return text;
 }
 
-// Opens a terminal raw at that speed.
-inline FileHandle OpenTerminal(const std::string& path, unsigned speed)
+// Makes a terminal raw at that speed. False if it refuses.
+inline bool SetSpeed(const FileHandle& terminal, unsigned speed)
 {
-    FileHandle terminal(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK));
     termios2 settings{};
     ioctl(terminal.Get(), TCGETS2, &settings);
     settings.c_iflag = 0;
@@ -52,7 +51,13 @@ inline FileHandle OpenTerminal(const std::string& path, unsigned speed)
     settings.c_cflag = CS8 | CREAD | CLOCAL | BOTHER;
     settings.c_ispeed = speed;
     settings.c_ospeed = speed;
-    if (ioctl(terminal.Get(), TCSETS2, &settings) != 0)
+    return ioctl(terminal.Get(), TCSETS2, &settings) == 0;
+}
+
+inline FileHandle OpenTerminal(const std::string& path, unsigned speed)
+{
+    FileHandle terminal(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK));
+    if (!SetSpeed(terminal, speed))
         terminal.Close();
     return terminal;
 }

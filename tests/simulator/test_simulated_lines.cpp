@@ -92,12 +92,32 @@ TEST(PtyLine, AnswersAtItsOwnSpeedAlsoAnOddOne)
 TEST(PtyLine, HearsNothingAtAnotherSpeed)
 {
     const auto line = pty(56000);
-    const auto fast = OpenTerminal(line->Place(), 57600);
+    const auto client = OpenTerminal(line->Place(), 57600);
     settle(*line);
-    EXPECT_TRUE(Send(fast, Del));
+    EXPECT_TRUE(Send(client, Del));
     serveNext(*line);
-    const auto right = OpenTerminal(line->Place(), 56000);
-    const std::string answer = ask(*line, right, "TEST0\r\n", "\n");
+    EXPECT_TRUE(SetSpeed(client, 56000));
+    const std::string answer = ask(*line, client, "TEST0\r\n", "\n");
+    EXPECT_TRUE(answer.starts_with("T,")) << answer;
+}
+
+TEST(PtyLine, IsNotHeardAtAnotherSpeed)
+{
+    LoggerConfig config;
+    config.delayMs = 100;
+    std::string error;
+    const auto line = PtyLine::Open(std::make_unique<SimulatedLogger>(config), 9600, "", error);
+    const auto client = OpenTerminal(line->Place(), 9600);
+    settle(*line);
+    EXPECT_TRUE(Send(client, Del));
+    serveNext(*line);
+    EXPECT_EQ(line->NextDueMs(), 100);
+    EXPECT_TRUE(SetSpeed(client, 4800));
+    line->Serve(100);
+    EXPECT_TRUE(SetSpeed(client, 9600));
+    EXPECT_TRUE(Send(client, "TEST0\r\n"));
+    double nowMs = 100;
+    const std::string answer = ReadUntil(client.Get(), "\n", [&] { line->Serve(nowMs += 100); });
     EXPECT_TRUE(answer.starts_with("T,")) << answer;
 }
 
