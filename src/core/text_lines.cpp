@@ -1,33 +1,62 @@
 #include "core/text_lines.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace harvelop
 {
 
+namespace
+{
+
+// ASCII only, whatever the user's locale is.
+char toSmall(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+char toLarge(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+} // namespace
+
 bool LineReader::Next(std::string_view& line)
 {
-    if (m_rest.empty())
+    if (m_at >= m_text.size())
         return false;
-    const size_t end = m_rest.find_first_of("\r\n");
-    line = m_rest.substr(0, end);
-    if (end == std::string_view::npos) {
-        m_rest = {};
-        return true;
-    }
-    const bool pair = m_rest[end] == '\r' && end + 1 < m_rest.size() && m_rest[end + 1] == '\n';
-    m_rest.remove_prefix(end + (pair ? 2 : 1));
+    const size_t end = std::min({m_nextCr, m_nextLf, m_text.size()});
+    line = m_text.substr(m_at, end - m_at);
+    const bool pair = end == m_nextCr && m_nextLf == end + 1;
+    m_at = end + (pair ? 2 : 1);
+    if (m_nextCr < m_at)
+        m_nextCr = m_text.find('\r', m_at);
+    if (m_nextLf < m_at)
+        m_nextLf = m_text.find('\n', m_at);
     return true;
 }
 
 size_t FindIgnoringCase(std::string_view text, std::string_view part)
 {
-    const auto same = [](char a, char b) {
-        return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
-    };
-    const auto found = std::search(text.begin(), text.end(), part.begin(), part.end(), same);
-    return found == text.end() && !part.empty() ? std::string_view::npos : static_cast<size_t>(found - text.begin());
+    if (part.empty())
+        return 0;
+    // Both spellings of the first character are looked for at full speed: files of many megabytes pass through here.
+    const char small = toSmall(part.front());
+    const char large = toLarge(part.front());
+    size_t nextSmall = text.find(small);
+    size_t nextLarge = text.find(large);
+    for (;;) {
+        const size_t at = std::min(nextSmall, nextLarge);
+        if (at == std::string_view::npos || text.size() - at < part.size())
+            return std::string_view::npos;
+        if (std::equal(part.begin(), part.end(), text.substr(at).begin(),
+                       [](char a, char b) { return toSmall(a) == toSmall(b); }))
+            return at;
+        if (at == nextSmall)
+            nextSmall = text.find(small, at + 1);
+        if (at == nextLarge)
+            nextLarge = text.find(large, at + 1);
+    }
 }
 
 std::string KeepAllowed(std::string_view text, std::string_view allowed)

@@ -12,11 +12,14 @@ namespace harvelop
 class LineReader
 {
 public:
-    explicit LineReader(std::string_view text) : m_rest(text) {}
+    explicit LineReader(std::string_view text) : m_text(text), m_nextCr(text.find('\r')), m_nextLf(text.find('\n')) {}
     bool Next(std::string_view& line); // false at the end of the text
 
 private:
-    std::string_view m_rest;
+    std::string_view m_text;
+    size_t m_at = 0; // where the next line begins
+    size_t m_nextCr; // the ends that stand nearest behind it, each looked for once
+    size_t m_nextLf;
 };
 
 constexpr std::string_view CrLf = "\r\n"; // ends every line that the program writes or sends
