@@ -15,6 +15,7 @@ namespace
 {
 
 constexpr size_t Fonts = 5;
+constexpr std::array<std::string_view, Fonts> FontKeys = {"Font1=", "Font2=", "Font3=", "Font4=", "Font5="};
 constexpr size_t FontNameStart = 6; // a font's name stands here, wherever in the line its key does: that is meant
 constexpr size_t FontNameLength = 30;
 constexpr size_t ShortestMessageLine = 5;
@@ -43,13 +44,12 @@ std::string cleaned(std::string_view line)
 
 LanguageLines readLines(std::string_view text)
 {
-    constexpr std::array<std::string_view, Fonts> keys = {"Font1=", "Font2=", "Font3=", "Font4=", "Font5="};
     LanguageLines kept;
     LineReader lines(text);
     std::string_view line;
     while (lines.Next(line)) {
         for (size_t font = 0; font < Fonts; ++font)
-            if (Holds(line, keys[font]))
+            if (Holds(line, FontKeys[font]))
                 kept.fontNames[font] = line.substr(std::min(FontNameStart, line.size()), FontNameLength);
         if (!isMessageLine(line))
             continue;
@@ -87,9 +87,9 @@ std::optional<MessageLine> splitMessage(std::string_view line)
 // Appends digits to the decimal text of a number. A character that is none, and a digit too many, is passed over.
 std::int16_t appendDigits(std::int16_t number, std::string_view digits)
 {
-    constexpr int most = std::numeric_limits<std::int16_t>::max();
+    constexpr int Most = std::numeric_limits<std::int16_t>::max();
     for (const char c : digits)
-        if (c >= '0' && c <= '9' && number * 10 + (c - '0') <= most)
+        if (c >= '0' && c <= '9' && number * 10 + (c - '0') <= Most)
             number = static_cast<std::int16_t>(number * 10 + (c - '0'));
     return number;
 }

@@ -96,7 +96,7 @@ TEST_F(BadFilesTest, LongLinesOfNearMissesEnd)
 {
     for (const char* part : {"=", ",", ":", "Font1", "tallyCoreSettings", "1:1:9:", "FTPServernam", "\r", "\t"}) {
         std::string text;
-        while (text.size() < Megabyte / 2)
+        while (text.size() < Megabyte / 8)
             text += part;
         readAll(text);
         EXPECT_FALSE(end.Ended());
