@@ -47,7 +47,7 @@ public:
     virtual PanelValues Values() const = 0;
     virtual void SetUp(const PanelSetUp& setUp) = 0;
     virtual void SetCaption(const std::string& caption) = 0;
-    virtual void Place(int twips) = 0; // so far below and to the right of the options panel
+    virtual void Place(int twips) = 0;         // so far below and to the right of the options panel
     virtual void SetVisible(bool visible) = 0; // true also brings a visible one to the front
     virtual bool IsVisible() const = 0;
     virtual void SelectTab(int tab) = 0; // from 1
@@ -65,9 +65,9 @@ public:
     // Makes a panel for a logger, not yet loaded, hidden. The maker owns it until Unload or Replaced.
     std::function<LoggerPanel*(int number)> Make;
 
-    LoggerPanel* Create(int number); // replaces a former reference; nullptr outside 1 to 50 or without a maker
-    LoggerPanel* At(int number) const; // nullptr if none
-    void Unload(int number); // nothing if none is loaded
+    LoggerPanel* Create(int number);       // replaces a former reference; nullptr outside 1 to 50 or without a maker
+    LoggerPanel* At(int number) const;     // nullptr if none
+    void Unload(int number);               // nothing if none is loaded
     void Forget(const LoggerPanel* panel); // the panel is gone
     int CountVisiblePanels() const;
 

@@ -9,9 +9,9 @@
 namespace harvelop
 {
 
-constexpr int MaxLoggers = 50;    // loggers are numbered 1 to 50; a table's index is the number minus 1
-constexpr int MaxSchedules = 12;  // entries of a schedule table
-constexpr int RecordFields = 93;  // fields of a record
+constexpr int MaxLoggers = 50;   // loggers are numbered 1 to 50; a table's index is the number minus 1
+constexpr int MaxSchedules = 12; // entries of a schedule table
+constexpr int RecordFields = 93; // fields of a record
 
 using ScheduleTexts = std::array<std::string, MaxSchedules>;
 
@@ -61,8 +61,8 @@ struct LoggerRecord {
 // A field of the record: its number, the name of its table, and where it lives.
 struct RecordField {
     enum class Kind { Text, BarText, Integer, Schedule }; // BarText: "," is stored as "|"
-    int number = 0;         // 1 to 93
-    std::string_view table; // "LoggerPort", "ScheduleOn", …
+    int number = 0;                                       // 1 to 93
+    std::string_view table;                               // "LoggerPort", "ScheduleOn", …
     Kind kind = Kind::Text;
     int entry = 0; // of a schedule table: 0 to 11
     std::string LoggerRecord::*text = nullptr;
@@ -76,8 +76,8 @@ const std::array<RecordField, RecordFields>& AllRecordFields();
 // A field's value as text, as people see it: commas as commas.
 std::string FieldText(const LoggerRecord& record, const RecordField& field);
 
-// The record's line: each field followed by a comma, so it ends in one. Only the bar texts can hold commas of their own:
-// a comma in any other field shifts all later ones.
+// The record's line: each field followed by a comma, so it ends in one. Only the bar texts can hold commas of their
+// own: a comma in any other field shifts all later ones. Line ends inside a field become blanks.
 std::string RecordText(const LoggerRecord& record);
 
 // Splits a line into the record. Fields that the line does not hold, and numbers that don't convert, keep what they

@@ -35,21 +35,24 @@ public:
     {
     }
 
-    // Writes `found.ini` from the slots' texts, numbered from 1 without gaps. Nothing is reported if that fails.
+    // Writes `found.ini` from the slots' texts, numbered from 1 without gaps. Nothing is reported if that fails. A file
+    // that stands there and can't be read is not replaced.
     void SaveFoundLoggers();
 
-    // Reads `found.ini` into the slots and splits each into the tables. A missing file means no records. A line too many
-    // ends it before any record is split.
+    // Reads `found.ini` into the slots and splits each into the tables. A missing file means no records. A line too
+    // many ends it before any record is split.
     void LoadFoundLoggers();
 
     // Splits the text of slot n into the tables; nothing outside 1 to 50.
     void ParseLoggerSettings(int number);
 
-    // Builds the text of slot n from its panel, if one is loaded, and the tables; saves unless a logger is being deleted.
+    // Builds the text of slot n from its panel, if one is loaded, and the tables; saves unless a logger is being
+    // deleted. A logger being added is then chosen in the list, where it stands last, and counts as added.
     void BuildLoggerSettings(int number);
 
     // The record number of the first line of `found.ini` that holds the key, as a start from a shortcut looks it up: a
-    // plain search for "::" and the key, so key "1" also finds "::12" if that line comes first. None if no line does.
+    // plain search for "::" and the key, so key "1" also finds "::12" if that line comes first. None if no line does,
+    // or if that line begins with no logger's number.
     std::optional<int> FindLoggerByKey(const std::string& key);
 
 private:

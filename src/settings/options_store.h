@@ -18,16 +18,18 @@ class OptionsStore
 public:
     // `findComPorts` is called when the file is missing, so that a first run has a port list.
     // `saveFoundLoggers` follows each save: the options and the loggers are always saved together.
-    OptionsStore(Options& options, const ProgramState& state, DataFiles& files) : m_options(options), m_state(state), m_files(files)
+    OptionsStore(Options& options, const ProgramState& state, DataFiles& files)
+        : m_options(options), m_state(state), m_files(files)
     {
     }
     std::function<void()> FindComPorts;
     std::function<void()> SaveFoundLoggers;
 
     // Reads one key from the file and assigns it to its variable; gives the value's text, "" if the key is absent. The
-    // section only chooses which variables can be assigned: "Options", "tallyCores" or "Terminal"; any other assigns none.
-    // A value that does not convert leaves the variable as it was. A missing file is created with the defaults, and
-    // that request gives "" whatever the defaults hold. Each call reads the file afresh.
+    // section only chooses which variables can be assigned: "Options", "tallyCores" or "Terminal"; any other assigns
+    // none. A value that does not convert leaves the variable as it was. A missing file is created with the defaults,
+    // and that request gives "" whatever the defaults hold; a file that can't be read assigns nothing. Each call reads
+    // the file afresh.
     std::string ReadOption(const std::string& section, const std::string& key);
 
     // All keys that a start asks for, in their order.
@@ -36,7 +38,8 @@ public:
     // The five keys of the terminal window; a width or height of exactly 0 becomes the standard one.
     void LoadTerminalGeometry();
 
-    // Rewrites the file from the variables and then the loggers' file. Nothing is reported if that fails.
+    // Rewrites the file from the variables and then the loggers' file. Nothing is reported if that fails. A file that
+    // stands there and can't be read is not replaced.
     void SaveOptions();
 
     // Raises the counter `Icons`, read afresh from the file, and gives the key of a new logger: "::" and the new value.

@@ -8,8 +8,8 @@
 namespace harvelop
 {
 
-// Whether the accounts allow delivery, as a panel tests them when it loads: by e-mail a server, a sender and a port, and
-// with authentication an account and a password; by FTP a server, a user and a password.
+// Whether the accounts allow delivery, as a panel tests them when it loads: by e-mail a server, a sender and a port,
+// and with authentication an account and a password; by FTP a server, a user and a password.
 bool EmailDeliveryReady(const Options& options);
 bool FtpDeliveryReady(const Options& options);
 
