@@ -51,6 +51,7 @@ constexpr MessageText Texts[] = {
     {57, "Send Program to Memory Card"},
     {58, "Program"},
     {59, "Clear"},
+    // Spelled so: that is meant.
     {60, "Send a program to a memory card plugged into the tallyCore, or delete any existing progarms stored on a "
          "memory card."},
     {61, "Send Program to Flash RAM"},
