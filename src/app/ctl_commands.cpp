@@ -10,7 +10,7 @@ namespace harvelop
 namespace
 {
 
-int find(Program& p, Console& console, const CtlCommand& command)
+int find(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
     ConsoleMessages messages(console);
     p.forms.loadMessages = [&]() -> MessageForm* { return &messages; };
@@ -26,7 +26,10 @@ int find(Program& p, Console& console, const CtlCommand& command)
     p.portSearch.cmdUnload_FindTallycores_Click();
     console.EndProgressLine();
     p.forms.loadMessages = nullptr;
-    return p.search.FoundCount > 0 ? CtlDone : CtlFailed;
+    if (p.search.FoundCount == 0)
+        return CtlFailed;
+    out << LoggersAsTable(p.tables);
+    return CtlDone;
 }
 
 int list(Program& p, const CtlCommand& command, std::ostream& out)
@@ -65,7 +68,7 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
     SetAppPath(program, directory);
     switch (command.verb) {
     case CtlCommand::Verb::Find:
-        return find(program, console, command);
+        return find(program, console, command, out);
     case CtlCommand::Verb::List:
         return list(program, command, out);
     case CtlCommand::Verb::Show:

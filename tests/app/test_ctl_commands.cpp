@@ -98,6 +98,7 @@ TEST(CtlCommands, FindThatFindsNothingFails)
     t.serial.Plug(2, nullptr, "");
     t.dialogs.Expect(BoxAnswer::Ok);
     EXPECT_EQ(t.Run({"find", "--port", "2"}), CtlFailed);
+    EXPECT_EQ(t.out.str(), "");
     EXPECT_EQ(t.dialogs.shown.at(0).text, "No tallyCores were found connected to Com 2.     ");
 }
 
