@@ -230,6 +230,7 @@ void frmTallyCores::SetUp(const PanelSetUp& setUp)
     if (setUp.reduced) {
         ui->cmdSetCom->setEnabled(false);
         ui->cmdCreateIcon->setEnabled(false);
+        ui->cmdOk->setFocus();
     }
 }
 
