@@ -29,12 +29,11 @@ constexpr double MsOfSecond = 1000.0;
 
 } // namespace
 
-Identification::Identification(Essentials essentials, CommandExchange& exchange, SerialControl& MSComm1,
-                               LinkState& link, SearchState& search, LoggerTables& tables, OptionsStore& store,
-                               ProgramState& state)
+Identification::Identification(Essentials essentials, CommandExchange& exchange, SerialControl& serial, LinkState& link,
+                               SearchState& search, LoggerTables& tables, OptionsStore& store, ProgramState& state)
     : m_use(essentials),
       m_exchange(exchange),
-      m_port(MSComm1),
+      m_port(serial),
       m_link(link),
       m_search(search),
       m_tables(tables),

@@ -17,7 +17,7 @@ namespace harvelop
 class Identification
 {
 public:
-    Identification(Essentials essentials, CommandExchange& exchange, SerialControl& MSComm1, LinkState& link,
+    Identification(Essentials essentials, CommandExchange& exchange, SerialControl& serial, LinkState& link,
                    SearchState& search, LoggerTables& tables, OptionsStore& store, ProgramState& state);
 
     // Runs the whole dialogue. With `keepNumber` false a new logger was found, and `CurrentLogger` is raised first. The
