@@ -10,6 +10,7 @@
 #include "support/scripted_dialogs.h"
 #include "support/virtual_pump.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -46,6 +47,8 @@ public:
     int Open() override
     {
         calls.push_back("Open");
+        if (whenOpened)
+            whenOpened();
         return FakeSerial::Open();
     }
     void Close() override
@@ -81,6 +84,7 @@ public:
     }
 
     std::vector<std::string> calls;
+    std::function<void()> whenOpened; // just before each opening
 };
 
 class FakeEthernet : public EthernetLink

@@ -80,6 +80,18 @@ TEST_F(ComPortListTest, EveryPortThatIsNotAbsentCountsAsAvailable)
         EXPECT_FALSE(link.PortBusySeen.Get(port));
 }
 
+TEST_F(ComPortListTest, ABusyPortIsMarkedWhileTheOthersAreTried)
+{
+    serial.ports[2].openError = PortBusy;
+    std::vector<bool> seen;
+    serial.whenOpened = [&] { seen.push_back(link.PortBusySeen.Get(2)); };
+    rs232.FindComPorts();
+    ASSERT_EQ(seen.size(), 16u);
+    for (size_t port = 1; port <= seen.size(); ++port)
+        EXPECT_EQ(seen[port - 1], port > 2);
+    EXPECT_FALSE(link.PortBusySeen.Get(2));
+}
+
 TEST_F(ComPortListTest, FindingTellsWhatItDoes)
 {
     rs232.FindComPorts();

@@ -11,15 +11,15 @@ namespace
 
 using testing::ElementsAre;
 
-class modRS232Test : public LinkTest
+class ComPortTest : public LinkTest
 {
 protected:
-    modRS232Test() { progress.ShowMessageForm(); }
+    ComPortTest() { progress.ShowMessageForm(); }
 
     void plugBusy(int port) { serial.ports[port].openError = PortBusy; }
 };
 
-TEST_F(modRS232Test, OpeningPreparesThePortInOrder)
+TEST_F(ComPortTest, OpeningPreparesThePortInOrder)
 {
     serial.ports[3] = {};
     rs232.OpenComPort(3);
@@ -32,7 +32,7 @@ TEST_F(modRS232Test, OpeningPreparesThePortInOrder)
     EXPECT_EQ(link.BusyPorts, "");
 }
 
-TEST_F(modRS232Test, AnOpenPortIsClosedFirst)
+TEST_F(ComPortTest, AnOpenPortIsClosedFirst)
 {
     serial.ports[1] = {};
     serial.ports[2] = {};
@@ -44,7 +44,7 @@ TEST_F(modRS232Test, AnOpenPortIsClosedFirst)
                                           "InBufferSize 2048", "RTSEnable true", "CommPort 2", "Open"));
 }
 
-TEST_F(modRS232Test, APortOpensWithTheSettingsInTheControl)
+TEST_F(ComPortTest, APortOpensWithTheSettingsInTheControl)
 {
     serial.ports[1] = {};
     rs232.SetComSettings("1200", "E", "7", "2", "SWFC");
@@ -52,7 +52,7 @@ TEST_F(modRS232Test, APortOpensWithTheSettingsInTheControl)
     EXPECT_EQ(serial.events.back().text, "1200,E,7,2");
 }
 
-TEST_F(modRS232Test, ABusyPortIsToldOnceAndLeavesNoLink)
+TEST_F(ComPortTest, ABusyPortIsToldOnceAndLeavesNoLink)
 {
     plugBusy(3);
     shownDialogs.Expect(BoxAnswer::Ok);
@@ -84,7 +84,7 @@ TEST_F(modRS232Test, ABusyPortIsToldOnceAndLeavesNoLink)
     EXPECT_FALSE(end.Ended());
 }
 
-TEST_F(modRS232Test, TheHolderOfABusyPortIsNamed)
+TEST_F(ComPortTest, TheHolderOfABusyPortIsNamed)
 {
     plugBusy(3);
     serial.holder = "minicom (process 1234)";
@@ -93,7 +93,7 @@ TEST_F(modRS232Test, TheHolderOfABusyPortIsNamed)
     EXPECT_EQ(shownDialogs.shown[0].detail, "In use by minicom (process 1234).");
 }
 
-TEST_F(modRS232Test, ABusyPortIsToldInTheUsersLanguage)
+TEST_F(ComPortTest, ABusyPortIsToldInTheUsersLanguage)
 {
     UseLanguageFile("374:1:9:Kein Weg zu Com\r\n375:1:9:belegt\r\n700:1:9:Keine Verbindung zu Com\r\n701:1:9:in "
                     "Gebrauch\r\n");
@@ -104,7 +104,7 @@ TEST_F(modRS232Test, ABusyPortIsToldInTheUsersLanguage)
     EXPECT_EQ(shownDialogs.shown[0].text, "Keine Verbindung zu Com 12 : in Gebrauch.     ");
 }
 
-TEST_F(modRS232Test, ABusyPortEndsAProgramThatWasStartedForOneCommand)
+TEST_F(ComPortTest, ABusyPortEndsAProgramThatWasStartedForOneCommand)
 {
     state.LaunchCommand = "::1";
     state.TerminalOpen = true;
@@ -117,7 +117,7 @@ TEST_F(modRS232Test, ABusyPortEndsAProgramThatWasStartedForOneCommand)
     EXPECT_EQ(link.LinkMode, "None");
 }
 
-TEST_F(modRS232Test, ABusyPortClosesTheTerminal)
+TEST_F(ComPortTest, ABusyPortClosesTheTerminal)
 {
     state.TerminalOpen = true;
     plugBusy(3);
@@ -126,7 +126,7 @@ TEST_F(modRS232Test, ABusyPortClosesTheTerminal)
     EXPECT_EQ(terminal.closed, 1);
 }
 
-TEST_F(modRS232Test, ABusyPortForTheTerminalLeavesTheProgressWindowAlone)
+TEST_F(ComPortTest, ABusyPortForTheTerminalLeavesTheProgressWindowAlone)
 {
     progress.HideMessageForm();
     window.shows.clear();
@@ -140,7 +140,7 @@ TEST_F(modRS232Test, ABusyPortForTheTerminalLeavesTheProgressWindowAlone)
     EXPECT_EQ(terminal.closed, 1);
 }
 
-TEST_F(modRS232Test, ATerminalThatIsNotOpenIsNotClosed)
+TEST_F(ComPortTest, ATerminalThatIsNotOpenIsNotClosed)
 {
     plugBusy(3);
     shownDialogs.Expect(BoxAnswer::Ok);
@@ -148,7 +148,7 @@ TEST_F(modRS232Test, ATerminalThatIsNotOpenIsNotClosed)
     EXPECT_EQ(terminal.closed, 0);
 }
 
-TEST_F(modRS232Test, OtherFailuresOnlyEndTheLink)
+TEST_F(ComPortTest, OtherFailuresOnlyEndTheLink)
 {
     serial.ports[4].openError = PortFailed;
     rs232.OpenComPort(2); // absent
@@ -164,7 +164,7 @@ TEST_F(modRS232Test, OtherFailuresOnlyEndTheLink)
         EXPECT_FALSE(link.PortOpenFailed.Get(port));
 }
 
-TEST_F(modRS232Test, AGoodOpeningForgetsThatItFailedBefore)
+TEST_F(ComPortTest, AGoodOpeningForgetsThatItFailedBefore)
 {
     plugBusy(3);
     shownDialogs.Expect(BoxAnswer::Ok);
@@ -176,7 +176,7 @@ TEST_F(modRS232Test, AGoodOpeningForgetsThatItFailedBefore)
     EXPECT_EQ(link.LinkMode, "ComPort");
 }
 
-TEST_F(modRS232Test, MissingPermissionIsToldOnce)
+TEST_F(ComPortTest, MissingPermissionIsToldOnce)
 {
     serial.ports[5].openError = PortNoPermission;
     serial.ports[6].openError = PortNoPermission;
@@ -198,7 +198,7 @@ TEST_F(modRS232Test, MissingPermissionIsToldOnce)
     EXPECT_EQ(link.LinkMode, "None");
 }
 
-TEST_F(modRS232Test, SettingsAreJoinedAsTheyStand)
+TEST_F(ComPortTest, SettingsAreJoinedAsTheyStand)
 {
     rs232.SetComSettings("9600", "N", "8", "1", "HWFC");
     EXPECT_EQ(serial.Settings(), "9600,N,8,1");
@@ -207,7 +207,7 @@ TEST_F(modRS232Test, SettingsAreJoinedAsTheyStand)
     EXPECT_EQ(serial.Settings(), "fast,0,,1.5");
 }
 
-TEST_F(modRS232Test, TheFlowWordSetsTheHandshaking)
+TEST_F(ComPortTest, TheFlowWordSetsTheHandshaking)
 {
     const auto handshaking = [this](const std::string& flow) {
         rs232.SetComSettings("9600", "N", "8", "1", flow);
@@ -219,7 +219,7 @@ TEST_F(modRS232Test, TheFlowWordSetsTheHandshaking)
     EXPECT_EQ(handshaking("NOFC"), 0);
 }
 
-TEST_F(modRS232Test, SWHWFCLeavesTheHandshakingOfTheLinkBefore)
+TEST_F(ComPortTest, SWHWFCLeavesTheHandshakingOfTheLinkBefore)
 {
     for (const auto& [flow, handshaking] : {std::pair("HWFC", 2), std::pair("SWFC", 1), std::pair("NOFC", 0)}) {
         rs232.SetComSettings("9600", "N", "8", "1", flow);
@@ -231,7 +231,7 @@ TEST_F(modRS232Test, SWHWFCLeavesTheHandshakingOfTheLinkBefore)
     }
 }
 
-TEST_F(modRS232Test, NothingIsSetWhileTheSearchIsToStop)
+TEST_F(ComPortTest, NothingIsSetWhileTheSearchIsToStop)
 {
     rs232.SetComSettings("9600", "N", "8", "1", "HWFC");
     state.StopSearch = true;
@@ -241,7 +241,7 @@ TEST_F(modRS232Test, NothingIsSetWhileTheSearchIsToStop)
     EXPECT_EQ(link.FlowControl, "HWFC");
 }
 
-TEST_F(modRS232Test, ALineIsSentWithItsEnd)
+TEST_F(ComPortTest, ALineIsSentWithItsEnd)
 {
     OpenPort1();
     rs232.ComSend("TEST0");
@@ -250,7 +250,7 @@ TEST_F(modRS232Test, ALineIsSentWithItsEnd)
     EXPECT_EQ(serial.Sent(), "TEST0\r\n\r\n");
 }
 
-TEST_F(modRS232Test, NoByteLeavesAfterTheEnd)
+TEST_F(ComPortTest, NoByteLeavesAfterTheEnd)
 {
     OpenPort1();
     end.EndProgram();
@@ -260,7 +260,7 @@ TEST_F(modRS232Test, NoByteLeavesAfterTheEnd)
     EXPECT_EQ(serial.Sent(), "");
 }
 
-TEST_F(modRS232Test, NoPortOpensAfterTheEnd)
+TEST_F(ComPortTest, NoPortOpensAfterTheEnd)
 {
     serial.ports[1] = {};
     end.EndProgram();
@@ -269,7 +269,7 @@ TEST_F(modRS232Test, NoPortOpensAfterTheEnd)
     EXPECT_TRUE(serial.calls.empty());
 }
 
-TEST_F(modRS232Test, ClosingEndsASerialLink)
+TEST_F(ComPortTest, ClosingEndsASerialLink)
 {
     OpenPort1();
     link.ConnectionKind = "RS232";
@@ -281,7 +281,7 @@ TEST_F(modRS232Test, ClosingEndsASerialLink)
     EXPECT_EQ(serial.Sent(), "");
 }
 
-TEST_F(modRS232Test, ClosingAClosedPortIsHarmless)
+TEST_F(ComPortTest, ClosingAClosedPortIsHarmless)
 {
     rs232.CloseLink();
     rs232.CloseLink();
@@ -289,7 +289,7 @@ TEST_F(modRS232Test, ClosingAClosedPortIsHarmless)
     EXPECT_EQ(link.CurrentPort, 0);
 }
 
-TEST_F(modRS232Test, ClosingAModemLinkSendsOnlyTheThreePluses)
+TEST_F(ComPortTest, ClosingAModemLinkSendsOnlyTheThreePluses)
 {
     OpenPort1();
     link.ConnectionKind = "Dialup";
@@ -305,7 +305,7 @@ TEST_F(modRS232Test, ClosingAModemLinkSendsOnlyTheThreePluses)
     EXPECT_FALSE(serial.PortOpen());
 }
 
-TEST_F(modRS232Test, EngineErrorsAreToldWhereTheyHaveAText)
+TEST_F(ComPortTest, EngineErrorsAreToldWhereTheyHaveAText)
 {
     shownDialogs.Expect(BoxAnswer::Ok);
     rs232.ComPortEngineError(8019, 2);
