@@ -81,9 +81,9 @@ void frmOptions::Load()
         askFirstUse();
     if (m_use.end.Ended())
         return;
-    m_ui->cmdApply->setEnabled(false);
     if (m_use.state.cbxUnload_Ports.Text().empty())
         m_use.state.cbxUnload_Ports.SetText(" All Ports");
+    m_ui->cmdApply->setEnabled(false); // the one trace of the handlers that have run
     applyLockControls();
     m_ui->tsOptions->setProperty("HelpContextID", 1100);
     m_use.state.OptionsLoaded = true;

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScreen>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -101,8 +102,10 @@ double PixelsToTwips(int pixels, const QWidget& window)
 
 void MoveToTwips(QWidget& window, double left, double top)
 {
+    // The frame that the desktop will put around it is not known yet: room for a title bar is a fair guess.
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     QRect place(QPoint(TwipsToPixels(left, window), TwipsToPixels(top, window)),
-                window.sizeHint().expandedTo(window.minimumSizeHint()));
+                window.sizeHint().expandedTo(window.minimumSizeHint()) + QSize(title, 2 * title));
     if (!isOnScreen(place)) {
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         place.moveLeft(std::max(screen.left(), std::min(place.left(), screen.right() - place.width())));

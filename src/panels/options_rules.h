@@ -30,14 +30,14 @@ void RestoreSnapshot(const OptionsSnapshot& snapshot, Options& options);
 
 // What stands in the account fields of the panel.
 struct AccountFields {
-    std::string smtpServer;
-    std::string smtpSender;
+    std::string smtpServer{};
+    std::string smtpSender{};
     bool smtpAuthentication = false;
-    std::string smtpUser;
-    std::string smtpPassword;
-    std::string ftpServer;
-    std::string ftpUser;
-    std::string ftpPassword;
+    std::string smtpUser{};
+    std::string smtpPassword{};
+    std::string ftpServer{};
+    std::string ftpUser{};
+    std::string ftpPassword{};
 };
 
 // Whether they allow loggers' panels to deliver by e-mail and by FTP. The mail server's port is not asked for, though a
