@@ -83,21 +83,14 @@ int ReplaceByRename(const Target& target, const std::string& text, bool& made)
     return 0;
 }
 
-// Takes room on the disk without changing what a reader sees, where the file system can do that.
-int TakeRoom(int handle, off_t length)
-{
-    if (length == 0 || fallocate(handle, FALLOC_FL_KEEP_SIZE, 0, length) == 0)
-        return 0;
-    return errno == EOPNOTSUPP ? posix_fallocate(handle, 0, length) : errno;
-}
-
+// All the room that the text needs is taken before the first byte of the old one is touched.
 int OverwriteInPlace(const Target& target, const std::string& text)
 {
     const FileHandle file(::open(target.path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen())
         return errno;
     const auto length = static_cast<off_t>(text.size());
-    if (const int error = TakeRoom(file.Number(), length)) {
+    if (const int error = length > 0 ? posix_fallocate(file.Number(), 0, length) : 0) {
         // Gives back what was taken behind the old text.
         return ftruncate(file.Number(), target.old.st_size) == 0 ? error : errno;
     }

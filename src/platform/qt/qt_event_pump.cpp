@@ -55,11 +55,10 @@ void QtEventPump::ServeFor(double ms)
     armTimer(ms);
     {
         const QScopedValueRollback level(m_servingLevel, QThread::currentThread()->loopLevel());
-        m_served = false;
+        m_served = m_returned = false;
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    // For a ServeFor further out this whole call was the serving of an event.
-    m_served = true;
+    m_served = m_returned = true;
 }
 
 // A timer that goes off too early only makes a wait return early, so one that is running already is kept wherever it is
@@ -75,11 +74,14 @@ void QtEventPump::armTimer(double ms)
 }
 
 // Before it blocks, a pass of the dispatcher serves clicks and posted events, and then sleeps on although the wait may
-// have been decided by them. If it did serve any, it is made to return.
+// have been decided by them: if it did serve any, it is made to return. And so is a pass of any loop further out in
+// which the pump was used, as that has swallowed the call to leave the loop if there was one.
 void QtEventPump::keepAwake()
 {
-    if (m_served && m_servingLevel == QThread::currentThread()->loopLevel())
-        QAbstractEventDispatcher::instance()->wakeUp();
+    const bool ownPass = m_servingLevel == QThread::currentThread()->loopLevel();
+    if (m_returned || (m_served && ownPass))
+        QAbstractEventDispatcher::instance()->interrupt();
+    m_returned = false;
 }
 
 bool QtEventPump::eventFilter(QObject*, QEvent*)

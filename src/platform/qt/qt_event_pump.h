@@ -40,6 +40,7 @@ private:
     QBasicTimer m_timer;
     Clock::time_point m_timerDue;
     bool m_served = false;   // an event has been served since the innermost ServeFor began
+    bool m_returned = false; // the pump has been used, and no loop has come to block since
     int m_servingLevel = -1; // depth of event loops at which the innermost ServeFor runs; -1 without one
 };
 

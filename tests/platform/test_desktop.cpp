@@ -1,0 +1,182 @@
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_window_desktop.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace harvelop::test
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+struct DesktopTest : testing::Test {
+    QTemporaryDir folder;
+    std::string base = folder.path().toStdString();
+    QtDesktop desktop;
+
+    void SetUp() override
+    {
+        ASSERT_EQ(mkfifo((base + "/report").c_str(), 0600), 0);
+        m_report = ::open((base + "/report").c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+    }
+    void TearDown() override { close(m_report); }
+
+    // A program that reports its current directory and arguments, one a line, with a dot at the end.
+    std::string MakeProgram(const std::string& name) const
+    {
+        const std::string path = base + "/" + name;
+        fs::create_directories(fs::path(path).parent_path());
+        std::ofstream(path) << "#!/bin/sh\n{ pwd; printf '[%s]\\n' \"$@\"; echo .; } > '" << base << "/report'\n";
+        chmod(path.c_str(), 0755);
+        return path;
+    }
+    // What a started program tells; empty if it tells nothing in time.
+    std::string Report() const
+    {
+        std::string told;
+        pollfd waiting{m_report, POLLIN, 0};
+        while (!told.ends_with("\n.\n") && poll(&waiting, 1, 10'000) == 1) {
+            char block[512];
+            const ssize_t count = read(m_report, block, sizeof block);
+            told.append(block, static_cast<size_t>(std::max<ssize_t>(count, 0)));
+        }
+        return told;
+    }
+
+private:
+    int m_report = -1;
+};
+
+std::string DesktopFile(const std::string& name)
+{
+    return QDir::homePath().toStdString() + "/Desktop/" + name;
+}
+
+} // namespace
+
+TEST_F(DesktopTest, TellsWhereItIs)
+{
+    EXPECT_EQ(desktop.CurrentDirectory(), fs::current_path().string());
+    EXPECT_EQ(desktop.DriveRoot(), QDir::homePath().toStdString() + "/");
+}
+
+TEST_F(DesktopTest, TellsDateAndTimeInTheUsersShortForm)
+{
+    const QLocale locale = QLocale::system();
+    EXPECT_TRUE(locale.toDate(QString::fromStdString(desktop.DateText()), QLocale::ShortFormat).isValid());
+    EXPECT_TRUE(locale.toTime(QString::fromStdString(desktop.TimeText()), QLocale::ShortFormat).isValid());
+}
+
+TEST_F(DesktopTest, ProgramGetsItsArgumentsWithoutAShell)
+{
+    const std::string program = MakeProgram("harvel");
+    EXPECT_TRUE(desktop.StartProgram(program, {"::7", "%a b%", "$HOME;'\"", ""}, base));
+    EXPECT_EQ(Report(), base + "\n[::7]\n[%a b%]\n[$HOME;'\"]\n[]\n.\n");
+}
+
+TEST_F(DesktopTest, ProgramNamedExeIsFoundWithoutItsEnding)
+{
+    MakeProgram("harvel");
+    EXPECT_TRUE(desktop.StartProgram(base + "/harvel.exe", {"plain"}, base));
+    EXPECT_EQ(Report(), base + "\n[plain]\n.\n");
+}
+
+TEST_F(DesktopTest, ExecutableExeComesFirst)
+{
+    MakeProgram("harvel.exe");
+    std::ofstream(base + "/harvel") << "#!/bin/sh\n";
+    chmod((base + "/harvel").c_str(), 0755);
+    EXPECT_TRUE(desktop.StartProgram(base + "/harvel.exe", {"exe"}, base));
+    EXPECT_EQ(Report(), base + "\n[exe]\n.\n");
+}
+
+TEST_F(DesktopTest, MissingProgramIsNotStarted)
+{
+    std::ofstream(base + "/harvel") << "no program";
+    EXPECT_FALSE(desktop.StartProgram(base + "/harvel.exe", {}, base));
+    EXPECT_FALSE(desktop.StartProgram(base + "/none.exe", {}, base));
+    EXPECT_FALSE(desktop.StartProgram(base, {}, base));
+    EXPECT_FALSE(desktop.StartProgram("sh", {}, base));
+}
+
+TEST_F(DesktopTest, TextFileIsHandedToTheUsersViewer)
+{
+    const QByteArray path = qgetenv("PATH");
+    const std::string file = base + "/harvel.Log #1";
+    std::ofstream(file) << "text";
+    qputenv("PATH", QByteArray::fromStdString(base));
+    EXPECT_FALSE(desktop.ShowTextFile(file));
+    MakeProgram("xdg-open");
+    qputenv("PATH", QByteArray::fromStdString(base) + ":" + path);
+    EXPECT_TRUE(desktop.ShowTextFile(file));
+    EXPECT_TRUE(QString::fromStdString(Report()).contains(QString::fromStdString("[" + file + "]")));
+    EXPECT_FALSE(desktop.ShowTextFile(base + "/none"));
+    EXPECT_FALSE(QtWindowDesktop().ShowTextFile(base + "/none"));
+    qputenv("PATH", path);
+}
+
+TEST_F(DesktopTest, ShortcutIsAStartableFileOnTheDesktop)
+{
+    const std::string program = MakeProgram("harvel");
+    EXPECT_TRUE(desktop.CreateShortcut({"KR400 on Com 3", base + "/harvel.exe", {"::3"}, base}));
+    const std::string path = DesktopFile("KR400 on Com 3.desktop");
+    struct stat about {
+    };
+    ASSERT_EQ(stat(path.c_str(), &about), 0);
+    EXPECT_EQ(about.st_mode & 07777, 0755U);
+    std::ifstream file(path);
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_NE(text.find("\nExec=" + program + " ::3\n"), std::string::npos) << text;
+}
+
+TEST_F(DesktopTest, ShortcutOfTheSameNameIsReplaced)
+{
+    const auto files = [] { return QDir(QDir::homePath() + "/Desktop").entryList(QDir::Files).filter("again"); };
+    EXPECT_TRUE(desktop.CreateShortcut({"again", "/opt/harvel", {"::1"}, ""}));
+    EXPECT_TRUE(desktop.CreateShortcut({"again", "/opt/harvel", {"::2"}, ""}));
+    EXPECT_EQ(files(), QStringList{"again.desktop"});
+    std::ifstream file(DesktopFile("again.desktop"));
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_NE(text.find("Exec=/opt/harvel ::2\n"), std::string::npos) << text;
+}
+
+TEST_F(DesktopTest, ShortcutThatCannotBeExpressedIsNotMade)
+{
+    EXPECT_FALSE(desktop.CreateShortcut({"bad", "/opt/harvel", {"latin\xfc"}, ""}));
+    EXPECT_FALSE(fs::exists(DesktopFile("bad.desktop")));
+}
+
+TEST_F(DesktopTest, StartedShortcutHandsOverItsArgumentsByteForByte)
+{
+    const QString launcher = QStandardPaths::findExecutable("gio");
+    if (launcher.isEmpty())
+        GTEST_SKIP() << "gio is not installed";
+    const std::vector<std::string> arguments = {"::7", "%PROFILE 1% $HOME", "a\\b \"c\" 'd'", "`x`;*?",
+                                                "gr\xc3\xbc\xc3\x9f"};
+    std::string expected = base + "\n";
+    for (const std::string& argument : arguments)
+        expected += "[" + argument + "]\n";
+    for (const char* name : {"harvel", "my loggers/harvel", "100%/harvel", "a=b/harvel", "it's \\ $1/harvel"}) {
+        ASSERT_TRUE(desktop.CreateShortcut({"started", MakeProgram(name), arguments, base}));
+        ASSERT_EQ(QProcess::execute(launcher, {"launch", QString::fromStdString(DesktopFile("started.desktop"))}), 0)
+            << name;
+        EXPECT_EQ(Report(), expected + ".\n") << name;
+    }
+}
+
+} // namespace harvelop::test
