@@ -80,19 +80,20 @@ void enableWithReason(QWidget& control, bool enabled, const char* whyNot)
 } // namespace
 
 frmTallyCores::frmTallyCores(const PanelServices& services)
-    : QDialog(nullptr, Qt::Window), m_use(services), ui(std::make_unique<Ui::frmTallyCores>())
+    : QDialog(nullptr, Qt::Window), m_use(services), m_ui(std::make_unique<Ui::frmTallyCores>())
 {
     initPictures();
-    ui->setupUi(this);
+    m_ui->setupUi(this);
     // Whether the program goes on is not for the last open window to say.
     setAttribute(Qt::WA_QuitOnClose, false);
-    m_gridKR400 = new ScheduleGrid(*ui->fraKR400Schedules, "KR400", ScheduleLetters("KR4"), '8');
-    m_gridKR200 = new ScheduleGrid(*ui->fraKR200Schedules, "KR200", ScheduleLetters(""), '5');
-    ui->fraKR400Schedules->hide();
-    ui->fraKR200Schedules->hide();
-    ui->lblHeading->hide();
+    m_gridKR400 = new ScheduleGrid(*m_ui->fraKR400Schedules, "KR400", ScheduleLetters("KR4"), '8');
+    m_gridKR200 = new ScheduleGrid(*m_ui->fraKR200Schedules, "KR200", ScheduleLetters(""), '5');
+    m_ui->fraKR400Schedules->hide();
+    m_ui->fraKR200Schedules->hide();
+    m_ui->lblHeading->hide();
     constexpr int DescriptionCharacters = 32;
-    ui->txtDescription->setMinimumWidth(ui->txtDescription->fontMetrics().averageCharWidth() * DescriptionCharacters);
+    m_ui->txtDescription->setMinimumWidth(m_ui->txtDescription->fontMetrics().averageCharWidth() *
+                                          DescriptionCharacters);
     enableApply(false);
     connectControls();
 }
@@ -116,14 +117,14 @@ void frmTallyCores::connectControls()
     }
     connect(m_gridKR400, &ScheduleGrid::RecordsChanged, this, &frmTallyCores::txtKR400_Change);
     connect(m_gridKR200, &ScheduleGrid::RecordsChanged, this, changed); // its text is not checked: meant
-    connect(ui->chkMdb, &QCheckBox::clicked, this, &frmTallyCores::chkMdb_Click);
-    connect(ui->chkSendUnloadViaEmail, &QCheckBox::clicked, this, changed);
-    connect(ui->chkSendUnloadViaFTP, &QCheckBox::clicked, this, changed);
-    connect(ui->txtDescription, &QLineEdit::textEdited, this, &frmTallyCores::txtDescription_Change);
-    connect(ui->tsTallycores, &QTabWidget::currentChanged, this, &frmTallyCores::tsTallycores_Click);
-    connect(ui->cmdOk, &QPushButton::clicked, this, &frmTallyCores::cmdOk_Click);
-    connect(ui->cmdCancel, &QPushButton::clicked, this, &frmTallyCores::Unload);
-    connect(ui->cmdApply, &QPushButton::clicked, this, &frmTallyCores::cmdApply_Click);
+    connect(m_ui->chkMdb, &QCheckBox::clicked, this, &frmTallyCores::chkMdb_Click);
+    connect(m_ui->chkSendUnloadViaEmail, &QCheckBox::clicked, this, changed);
+    connect(m_ui->chkSendUnloadViaFTP, &QCheckBox::clicked, this, changed);
+    connect(m_ui->txtDescription, &QLineEdit::textEdited, this, &frmTallyCores::txtDescription_Change);
+    connect(m_ui->tsTallycores, &QTabWidget::currentChanged, this, &frmTallyCores::tsTallycores_Click);
+    connect(m_ui->cmdOk, &QPushButton::clicked, this, &frmTallyCores::cmdOk_Click);
+    connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmTallyCores::Unload);
+    connect(m_ui->cmdApply, &QPushButton::clicked, this, &frmTallyCores::cmdApply_Click);
 }
 
 void frmTallyCores::Load()
@@ -134,28 +135,29 @@ void frmTallyCores::Load()
         if (const LoggerRecord* shown = record())
             showLoaded(values, *shown);
     });
-    ui->cmdCard->setEnabled(!isKR4());
-    ui->cmdCardClear->setEnabled(!isKR4());
+    m_ui->cmdCard->setEnabled(!isKR4());
+    m_ui->cmdCardClear->setEnabled(!isKR4());
     if (isKR4())
-        caption(*ui->lblCard, 101);
+        caption(*m_ui->lblCard, 101);
     if (m_use.use.language.LangActive)
         ApplyPanelLanguage();
 }
 
 void frmTallyCores::showLoaded(const PanelValues& values, const LoggerRecord& record)
 {
-    ui->chkMdb->setChecked(values.mdb);
+    m_ui->chkMdb->setChecked(values.mdb);
     grid().Show(values);
-    ui->chkSendUnloadToDisk->setChecked(values.toDisk);
-    ui->chkSendUnloadViaEmail->setChecked(values.viaEmail);
-    ui->chkSendUnloadViaFTP->setChecked(values.viaFTP);
+    m_ui->chkSendUnloadToDisk->setChecked(values.toDisk);
+    m_ui->chkSendUnloadViaEmail->setChecked(values.viaEmail);
+    m_ui->chkSendUnloadViaFTP->setChecked(values.viaFTP);
     showDelivery(values.emailEnabled, values.ftpEnabled);
-    ui->cmdSetCom->setEnabled(m_escCancels);
-    ui->cmdCreateIcon->setEnabled(m_escCancels);
+    m_ui->cmdSetCom->setEnabled(m_escCancels);
+    m_ui->cmdCreateIcon->setEnabled(m_escCancels);
     // A stored description that is longer than one can be typed is not cut.
     const QString description = ToQString(values.description);
-    ui->txtDescription->setMaxLength(std::max(ui->txtDescription->maxLength(), static_cast<int>(description.size())));
-    ui->txtDescription->setText(description);
+    m_ui->txtDescription->setMaxLength(
+        std::max(m_ui->txtDescription->maxLength(), static_cast<int>(description.size())));
+    m_ui->txtDescription->setText(description);
     showTexts(record);
     showStoredData(ScheduleLetters(record.LoggerModel));
     Place(500);
@@ -165,18 +167,18 @@ void frmTallyCores::showLoaded(const PanelValues& values, const LoggerRecord& re
 void frmTallyCores::showTexts(const LoggerRecord& record)
 {
     const LanguageTables& language = m_use.use.language;
-    ui->txtSaveFolder->setText(ToQString(record.LoggerSaveFolder));
-    caption(*ui->fraTallyCore, 82, " " + record.LoggerModel);
-    ui->lblFirmwareVersion->setText(ToQString(language.Text(804) + " : " + record.LoggerVersion));
+    m_ui->txtSaveFolder->setText(ToQString(record.LoggerSaveFolder));
+    caption(*m_ui->fraTallyCore, 82, " " + record.LoggerModel);
+    m_ui->lblFirmwareVersion->setText(ToQString(language.Text(804) + " : " + record.LoggerVersion));
     if (language.LangActive) {
-        QTabBar& tabs = *ui->tsTallycores->tabBar();
+        QTabBar& tabs = *m_ui->tsTallycores->tabBar();
         for (int i = 0; i < Tabs; ++i)
-            ui->tsTallycores->setTabText(i, ToQString(language.Text(FirstTabText + i)));
+            m_ui->tsTallycores->setTabText(i, ToQString(language.Text(FirstTabText + i)));
         WidgetCaption(tabs).SetFontName(language.LangFontName(FirstTabText));
         WidgetCaption(tabs).SetFontSize(language.LangFontSize(FirstTabText));
     }
-    const auto lines = ui->Frame1->findChildren<QLabel*>();
-    ui->Frame1->setVisible(
+    const auto lines = m_ui->Frame1->findChildren<QLabel*>();
+    m_ui->Frame1->setVisible(
         std::any_of(lines.begin(), lines.end(), [](QLabel* line) { return !line->text().isEmpty(); }));
 }
 
@@ -203,34 +205,34 @@ PanelValues frmTallyCores::Values() const
 {
     PanelValues values;
     grid().Read(values);
-    values.mdb = ui->chkMdb->isChecked();
-    values.toDisk = ui->chkSendUnloadToDisk->isChecked();
-    values.viaEmail = ui->chkSendUnloadViaEmail->isChecked();
-    values.viaFTP = ui->chkSendUnloadViaFTP->isChecked();
-    values.emailEnabled = ui->chkSendUnloadViaEmail->isEnabledTo(ui->fraUnload_Email);
-    values.ftpEnabled = ui->chkSendUnloadViaFTP->isEnabledTo(ui->fraUnload_FTP);
-    values.description = ToText(ui->txtDescription->text());
+    values.mdb = m_ui->chkMdb->isChecked();
+    values.toDisk = m_ui->chkSendUnloadToDisk->isChecked();
+    values.viaEmail = m_ui->chkSendUnloadViaEmail->isChecked();
+    values.viaFTP = m_ui->chkSendUnloadViaFTP->isChecked();
+    values.emailEnabled = m_ui->chkSendUnloadViaEmail->isEnabledTo(m_ui->fraUnload_Email);
+    values.ftpEnabled = m_ui->chkSendUnloadViaFTP->isEnabledTo(m_ui->fraUnload_FTP);
+    values.description = ToText(m_ui->txtDescription->text());
     return values;
 }
 
 void frmTallyCores::SetUp(const PanelSetUp& setUp)
 {
     showPicture(setUp.picture);
-    ui->fraKR400Schedules->setVisible(setUp.known && setUp.kr4Schedules);
-    ui->fraKR200Schedules->setVisible(setUp.known && !setUp.kr4Schedules);
-    ui->lblModel->setText(ToQString("Model : " + setUp.model));
-    ui->lblModel->setMinimumWidth(TwipsToPixels(setUp.modelWidth, *this));
-    ui->lblSerialNumber->setText(ToQString("Serial : " + setUp.serial));
-    ui->lblModel->setVisible(setUp.known);
-    ui->lblSerialNumber->setVisible(setUp.known);
-    ui->lblFirmwareVersion->setVisible(!setUp.reduced);
-    ui->lblHeading->setVisible(setUp.reduced);
-    ui->lblHeading->setEnabled(setUp.reduced);
-    ui->tsTallycores->tabBar()->setEnabled(!setUp.reduced);
+    m_ui->fraKR400Schedules->setVisible(setUp.known && setUp.kr4Schedules);
+    m_ui->fraKR200Schedules->setVisible(setUp.known && !setUp.kr4Schedules);
+    m_ui->lblModel->setText(ToQString("Model : " + setUp.model));
+    m_ui->lblModel->setMinimumWidth(TwipsToPixels(setUp.modelWidth, *this));
+    m_ui->lblSerialNumber->setText(ToQString("Serial : " + setUp.serial));
+    m_ui->lblModel->setVisible(setUp.known);
+    m_ui->lblSerialNumber->setVisible(setUp.known);
+    m_ui->lblFirmwareVersion->setVisible(!setUp.reduced);
+    m_ui->lblHeading->setVisible(setUp.reduced);
+    m_ui->lblHeading->setEnabled(setUp.reduced);
+    m_ui->tsTallycores->tabBar()->setEnabled(!setUp.reduced);
     if (setUp.reduced) {
-        ui->cmdSetCom->setEnabled(false);
-        ui->cmdCreateIcon->setEnabled(false);
-        ui->cmdOk->setFocus();
+        m_ui->cmdSetCom->setEnabled(false);
+        m_ui->cmdCreateIcon->setEnabled(false);
+        m_ui->cmdOk->setFocus();
     }
 }
 
@@ -245,8 +247,8 @@ void frmTallyCores::showPicture(int item)
     QPainter painter(&picture);
     drawing.render(&painter, QRectF(QPointF(), size));
     painter.end();
-    ui->imgTallyCores->setPixmap(picture);
-    ui->imgTallyCores->setProperty("picture", item);
+    m_ui->imgTallyCores->setPixmap(picture);
+    m_ui->imgTallyCores->setProperty("picture", item);
 }
 
 void frmTallyCores::SetCaption(const std::string& caption)
@@ -275,7 +277,7 @@ void frmTallyCores::SetVisible(bool visible)
 
 void frmTallyCores::SelectTab(int tab)
 {
-    ui->tsTallycores->setCurrentIndex(tab - 1);
+    m_ui->tsTallycores->setCurrentIndex(tab - 1);
 }
 
 void frmTallyCores::tsTallycores_Click(int index)
@@ -289,8 +291,8 @@ void frmTallyCores::SetDelivery(std::optional<bool> emailEnabled, std::optional<
     const PanelValues before = Values();
     const bool email = emailEnabled.value_or(before.emailEnabled);
     const bool ftp = ftpEnabled.value_or(before.ftpEnabled);
-    ui->chkSendUnloadViaEmail->setChecked(before.viaEmail && email);
-    ui->chkSendUnloadViaFTP->setChecked(before.viaFTP && ftp);
+    m_ui->chkSendUnloadViaEmail->setChecked(before.viaEmail && email);
+    m_ui->chkSendUnloadViaFTP->setChecked(before.viaFTP && ftp);
     showDelivery(email, ftp);
     if ((before.viaEmail && !email) || (before.viaFTP && !ftp))
         enableApply(true);
@@ -298,8 +300,8 @@ void frmTallyCores::SetDelivery(std::optional<bool> emailEnabled, std::optional<
 
 void frmTallyCores::showDelivery(bool emailEnabled, bool ftpEnabled)
 {
-    enableWithReason(*ui->chkSendUnloadViaEmail, emailEnabled, "The email account in the options is not filled in.");
-    enableWithReason(*ui->chkSendUnloadViaFTP, ftpEnabled, "The FTP account in the options is not filled in.");
+    enableWithReason(*m_ui->chkSendUnloadViaEmail, emailEnabled, "The email account in the options is not filled in.");
+    enableWithReason(*m_ui->chkSendUnloadViaFTP, ftpEnabled, "The FTP account in the options is not filled in.");
 }
 
 void frmTallyCores::changeGrid(const std::function<void(PanelValues&, int rows)>& rule)
@@ -312,10 +314,10 @@ void frmTallyCores::changeGrid(const std::function<void(PanelValues&, int rows)>
 
 void frmTallyCores::chkMdb_Click()
 {
-    const bool on = ui->chkMdb->isChecked();
+    const bool on = m_ui->chkMdb->isChecked();
     if (LoggerRecord* shown = record())
         shown->LoggerMdbOn = on ? "1" : "0";
-    ui->cmdEditMDB->setEnabled(on);
+    m_ui->cmdEditMDB->setEnabled(on);
     changeGrid(ApplyMdbRule);
 }
 
@@ -341,13 +343,13 @@ void frmTallyCores::txtKR400_Change(QLineEdit* box)
 void frmTallyCores::txtDescription_Change()
 {
     enableApply(true);
-    const QString text = ui->txtDescription->text();
-    const int caret = ui->txtDescription->cursorPosition();
+    const QString text = m_ui->txtDescription->text();
+    const int caret = m_ui->txtDescription->cursorPosition();
     const auto allowed = [](QChar c) {
         return c.unicode() < 0x80 && DescriptionChars.find(c.toLatin1()) != std::string_view::npos;
     };
     if (caret > 0 && !allowed(text.at(caret - 1))) {
-        ui->txtDescription->backspace(); // comes back here with the shorter text
+        m_ui->txtDescription->backspace(); // comes back here with the shorter text
         return;
     }
     enableMdb(!text.isEmpty());
@@ -356,20 +358,20 @@ void frmTallyCores::txtDescription_Change()
 // Without a description there is no database to write to.
 void frmTallyCores::enableMdb(bool enabled)
 {
-    enableWithReason(*ui->chkMdb, enabled, "Give the tallyCore a description first.");
-    if (!enabled && ui->chkMdb->isChecked()) {
-        ui->chkMdb->setChecked(false);
+    enableWithReason(*m_ui->chkMdb, enabled, "Give the tallyCore a description first.");
+    if (!enabled && m_ui->chkMdb->isChecked()) {
+        m_ui->chkMdb->setChecked(false);
         chkMdb_Click();
     }
 }
 
 void frmTallyCores::StripDescription()
 {
-    const std::string text = ToText(ui->txtDescription->text());
+    const std::string text = ToText(m_ui->txtDescription->text());
     const std::string kept = KeepAllowed(text, DescriptionChars);
     if (kept == text)
         return;
-    ui->txtDescription->setText(ToQString(kept));
+    m_ui->txtDescription->setText(ToQString(kept));
     enableMdb(!kept.empty());
 }
 
@@ -378,7 +380,7 @@ void frmTallyCores::ApplyPanelLanguage()
     for (const auto& [number, name] : NumberedControls)
         caption(*findChild<QWidget*>(name), number);
     if (!isKR4())
-        caption(*ui->lblCard, 60);
+        caption(*m_ui->lblCard, 60);
 }
 
 void frmTallyCores::caption(QWidget& control, int number, const std::string& suffix)
@@ -410,7 +412,7 @@ void frmTallyCores::Unload()
     if (m_closed)
         return;
     m_closed = true;
-    ClosePanel(m_use, m_tag, ui->chkMdb->isChecked());
+    ClosePanel(m_use, m_tag, m_ui->chkMdb->isChecked());
     hide();
     m_use.panels.Forget(this);
     deleteLater();
@@ -427,7 +429,7 @@ void frmTallyCores::Replaced()
 void frmTallyCores::reject()
 {
     if (m_escCancels)
-        ui->cmdCancel->click();
+        m_ui->cmdCancel->click();
 }
 
 void frmTallyCores::closeEvent(QCloseEvent* event)
@@ -452,15 +454,15 @@ void frmTallyCores::resizeEvent(QResizeEvent* event)
 void frmTallyCores::settle()
 {
     enableApply(false);
-    if (!ui->chkMdb->isChecked())
-        ui->cmdEditMDB->setEnabled(false);
-    if (ui->txtDescription->text().isEmpty())
-        enableWithReason(*ui->chkMdb, false, "Give the tallyCore a description first.");
+    if (!m_ui->chkMdb->isChecked())
+        m_ui->cmdEditMDB->setEnabled(false);
+    if (m_ui->txtDescription->text().isEmpty())
+        enableWithReason(*m_ui->chkMdb, false, "Give the tallyCore a description first.");
 }
 
 void frmTallyCores::enableApply(bool enabled)
 {
-    enableWithReason(*ui->cmdApply, enabled, "Nothing has changed.");
+    enableWithReason(*m_ui->cmdApply, enabled, "Nothing has changed.");
 }
 
 bool frmTallyCores::isKR4() const

@@ -80,7 +80,7 @@ private:
     ScheduleGrid& grid() const { return isKR4() ? *m_gridKR400 : *m_gridKR200; }
 
     PanelServices m_use;
-    std::unique_ptr<Ui::frmTallyCores> ui;
+    std::unique_ptr<Ui::frmTallyCores> m_ui;
     ScheduleGrid* m_gridKR400;
     ScheduleGrid* m_gridKR200;
     int m_tag = 0;
