@@ -84,12 +84,17 @@ void LoggerViewing::RebuildList()
 
 void LoggerViewing::cmdUnload_View_Click()
 {
+    View(m_state.SearchRunning);
+}
+
+void LoggerViewing::View(bool cascaded)
+{
     if (m_use.waiting.Ended() || !chooseLogger())
         return;
     const int number = m_state.CurrentLogger;
     if (LoggerPanel* panel = m_panels.Create(number)) {
         panel->Load();
-        MakePanelReady(number);
+        MakePanelReady(number, cascaded);
         if (UnloadAddDialog)
             UnloadAddDialog();
         if (m_panels.At(number) == panel) // the dialog's closing may have reached it
@@ -123,7 +128,7 @@ bool LoggerViewing::chooseLogger()
     return m_tables.Record(m_state.CurrentLogger) != nullptr;
 }
 
-void LoggerViewing::MakePanelReady(int number)
+void LoggerViewing::MakePanelReady(int number, bool cascaded)
 {
     LoggerRecord* record = m_tables.Record(number);
     LoggerPanel* panel = m_panels.At(number);
@@ -132,7 +137,7 @@ void LoggerViewing::MakePanelReady(int number)
     m_link.ConnectionKind = LinkTypeOf(*record);
     panel->SetCaption(panelCaption(number, *record));
     setUp(*panel, *record, true);
-    panel->Place(m_state.SearchRunning ? number * PanelStep : PanelStep);
+    panel->Place(cascaded ? number * PanelStep : PanelStep);
 }
 
 std::string LoggerViewing::panelCaption(int number, const LoggerRecord& record) const

@@ -42,11 +42,13 @@ public:
     // Empties the list and lists every stored logger.
     void RebuildList();
 
-    // Opens the panel of the chosen logger. Nothing with an empty list.
+    // Opens the panel of the chosen logger, cascaded while a search runs. Nothing with an empty list.
     void cmdUnload_View_Click();
+    // The same; a cascaded panel stands the further off the higher its logger's number.
+    void View(bool cascaded);
 
     // Gives the panel of a logger its caption, its look and its place; nothing if it has none.
-    void MakePanelReady(int number);
+    void MakePanelReady(int number, bool cascaded);
 
     // Empties all slots but those of the loggers entered by hand; `found.ini` goes with the last of them.
     void ForgetFoundLoggers();

@@ -171,7 +171,7 @@ void PortSearch::listFoundLoggers()
     m_use.waiting.WaitMs(50);
     m_controls.SetCaption(" tallyCore Harvel Options");
     for (const int slot : foundSlots())
-        m_viewing.MakePanelReady(slot);
+        m_viewing.MakePanelReady(slot, true);
     m_viewing.RefreshFoundLoggers();
     m_state.cbxUnload_TallyCores.Select(0);
 }
@@ -186,7 +186,7 @@ void PortSearch::viewFoundLoggers()
         const int entry = slot - 1; // a logger's place in the list is its number minus 1
         if (entry < list.Count()) {
             list.Select(entry);
-            m_viewing.cmdUnload_View_Click();
+            m_viewing.View(true); // or the found panels would hide each other
         }
         m_use.waiting.WaitMs(20);
     }

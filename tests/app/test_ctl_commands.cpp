@@ -52,7 +52,7 @@ TEST(CtlCommands, FindStoresEveryLoggerOfTheMachine)
     t.PlugFour();
     t.dialogs.ExpectPassword("mountain");
     EXPECT_EQ(t.Run({"find"}), CtlDone);
-    EXPECT_EQ(t.out.str(), "");
+    EXPECT_EQ(t.out.str(), LoggersAsTable(t.heart.tables));
     for (const char* line :
          {"Looking for Available Com Ports ...", "Com ports 1, 3, 4, 9 are available", "Searching for tallyCores ...",
           "Trying Com 1 : 115200 baud", "Found a KR305 Series 3 on Com 3", "Found a KR400 on Com 9"})

@@ -191,4 +191,17 @@ TEST(View, NothingOpensAfterTheEnd)
     EXPECT_TRUE(t.made.empty());
 }
 
+TEST(View, ThePanelsThatASearchOpensDoNotHideEachOther)
+{
+    PanelProgram t;
+    t.serial.Plug(2, Logger("KR200", "1", "7.18"), "115200");
+    t.serial.Plug(5, Logger("KR40", "", "5.06.0001", "012345"), "115200");
+    t.Find(" All Ports");
+    std::vector<int> places;
+    for (const auto& panel : t.made)
+        if (panel->visible)
+            places.push_back(panel->twips);
+    EXPECT_EQ(places, (std::vector<int>{500, 1000}));
+}
+
 } // namespace harvelop::test

@@ -2,11 +2,10 @@
 
 import json
 import os
-import select
 import signal
 import subprocess
 import tempfile
-import time
+import threading
 
 BIN = os.environ["HARVELOP_BIN"]
 PORTS = range(1, 17)
@@ -41,17 +40,19 @@ class Scene:
             json.dump({"loggers": self.loggers}, file)
         self.simulator = subprocess.Popen([os.path.join(BIN, "tallysim"), "--env", config], stdout=subprocess.PIPE,
                                           text=True)
-        deadline = time.monotonic() + 30
-        while True:
-            ready, _, _ = select.select([self.simulator.stdout], [], [], max(0, deadline - time.monotonic()))
-            line = self.simulator.stdout.readline().strip() if ready else ""
-            if not line:
-                raise RuntimeError("the simulator did not start")
-            if line == "ready":
-                return
-            name, _, value = line.partition("=")
-            if name.startswith("HARVELOP_COM"):
-                self.environment[name] = value
+        too_late = threading.Timer(30, self.simulator.kill)
+        too_late.start()
+        try:
+            for line in self.simulator.stdout:
+                name, _, value = line.strip().partition("=")
+                if name == "ready":
+                    return
+                if name.startswith("HARVELOP_COM"):
+                    self.environment[name] = value
+        finally:
+            too_late.cancel()
+        self.stop_simulator()
+        raise RuntimeError("the simulator did not start")
 
     def stop_simulator(self):
         if self.simulator:
