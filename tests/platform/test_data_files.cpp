@@ -277,15 +277,15 @@ TEST_F(DataFilesTest, ReadersAndKilledWritersLeaveOneTextOrTheOther)
     const std::string one(200'000, 'a');
     const std::string other(150'000, 'b');
     ASSERT_TRUE(files.Replace(path, one));
-    int changes = 0;
     for (int round = 0; round < 10; ++round) {
         ChildProcess writer([] {},
                             [&] {
                                 while (files.Replace(path, other) && files.Replace(path, one))
                                     continue;
                             });
+        // Killed at another moment of its work each time, and never before it has done some.
         std::string last = Text();
-        for (int reads = 0; reads < 20 + round; ++reads) {
+        for (int changes = 0; changes < 3 + round;) {
             const std::string seen = Text();
             ASSERT_TRUE(seen == one || seen == other) << seen.size();
             changes += seen != last;
@@ -295,7 +295,6 @@ TEST_F(DataFilesTest, ReadersAndKilledWritersLeaveOneTextOrTheOther)
         const std::string left = Text();
         ASSERT_TRUE(left == one || left == other) << left.size();
     }
-    EXPECT_GT(changes, 0);
 }
 
 TEST_F(DataFilesTest, RemovedFileIsGoneAndAMissingOneIsNoFailure)

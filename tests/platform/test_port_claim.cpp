@@ -151,8 +151,8 @@ TEST_F(PortClaimTest, LockFileThatNobodyStandsBehindIsPassedOver)
     ChildProcess ended([] {});
     const std::string number = std::to_string(ended.Id());
     ended.Kill();
-    for (const std::string& text :
-         {number, std::string(), std::string("rubbish"), std::string("0\n"), std::string("-1\n")}) {
+    for (const std::string& text : {number, std::string(), std::string("rubbish"), std::string("0\n"),
+                                    std::string("-1\n"), std::to_string(getpid())}) {
         const LockFile file(port, text);
         EXPECT_EQ(claim.Take(port.Name()), PortOk) << text;
         EXPECT_TRUE(claim.HasLockFile());

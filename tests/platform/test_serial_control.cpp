@@ -5,11 +5,14 @@
 #include "support/fake_desktop.h"
 
 #include <QElapsedTimer>
+#include <QEventLoop>
+#include <QSocketNotifier>
 #include <QTimer>
 
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <termios.h>
 
 namespace harvelop::test
 {
@@ -156,6 +159,18 @@ TEST_F(SerialControl, WhatTheDeviceRefusesDoesNotEndTheLink)
     }
 }
 
+// With nothing else to change, the refusal of one setting is the refusal of all.
+TEST_F(SerialControl, RefusedSettingDoesNotKeepThePortFromOpening)
+{
+    ASSERT_EQ(port.Open(), PortOk);
+    termios line{};
+    ASSERT_EQ(tcgetattr(device.Device(), &line), 0);
+    port.Close();
+    ASSERT_EQ(tcsetattr(device.Device(), TCSANOW, &line), 0);
+    port.Settings("9600,E,7,1");
+    EXPECT_EQ(port.Open(), PortOk);
+}
+
 TEST_F(SerialControl, UnreadableSettingsChangeNothing)
 {
     port.Settings("1200,N,8,1");
@@ -194,6 +209,35 @@ TEST_F(SerialControl, OutputFromAnEventLeavesWithoutAnother)
         EXPECT_TRUE(ServeUntil([&] { return (sent += device.Received()).size() == 4; }));
         EXPECT_EQ(sent, "text");
     }
+}
+
+TEST_F(SerialControl, OutputInsideALoopLeavesBeforeTheLoopSleeps)
+{
+    ASSERT_EQ(port.Open(), PortOk);
+    QEventLoop loop;
+    QSocketNotifier sent(device.Device(), QSocketNotifier::Read);
+    QObject::connect(&sent, &QSocketNotifier::activated, [&] { loop.quit(); });
+    QTimer::singleShot(10'000, &loop, [&] { loop.quit(); });
+    QMetaObject::invokeMethod(
+        &loop, [this] { port.Output("key"); }, Qt::QueuedConnection);
+    loop.exec();
+    EXPECT_EQ(device.Received(), "key");
+}
+
+TEST_F(SerialControl, OutputWaitsForADeviceThatTakesNoMore)
+{
+    ASSERT_EQ(port.Open(), PortOk);
+    const int slave = ::open(device.Name().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    size_t filled = 0;
+    while (slave >= 0 && write(slave, "x", 1) == 1)
+        ++filled;
+    close(slave);
+    port.Output("late");
+    pump.ServePending();
+    EXPECT_TRUE(port.PortOpen());
+    std::string sent;
+    EXPECT_TRUE(ServeUntil([&] { return (sent += device.Received()).size() >= filled + 4; }));
+    EXPECT_EQ(sent, std::string(filled, 'x') + "late");
 }
 
 TEST_F(SerialControl, MoreThanTheDeviceTakesAtOnceStillArrivesWhole)

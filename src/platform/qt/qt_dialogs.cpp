@@ -92,11 +92,9 @@ void Fill(QMessageBox& window, const Box& box)
     // That text comes from outside, such as the name of a program.
     if (auto* detail = window.findChild<QLabel*>("qt_msgbox_informativelabel"))
         detail->setTextFormat(Qt::PlainText);
-    const std::vector<ButtonKind> kinds = ButtonsOf(box.buttons);
-    for (const ButtonKind& kind : kinds)
+    for (const ButtonKind& kind : ButtonsOf(box.buttons))
         window.addButton(kind.button)->setObjectName(kind.objectName);
     window.setDefaultButton(DefaultOf(box).button);
-    window.setEscapeButton(kinds.back().button);
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "platform/qt/com_port_names.h"
 
 #include <QAbstractEventDispatcher>
-#include <QSignalBlocker>
 
 #include <algorithm>
 #include <cerrno>
@@ -83,7 +82,7 @@ int QtSerialControl::Open()
     if (claimed != PortOk)
         return claimed;
     m_port.setPortName(QString::fromStdString(m_claim.Device()));
-    // What every device can do comes first: a setting that is refused while opening would end it.
+    // What every device can do comes first: a setting that is refused would keep the port from opening.
     m_port.setParity(QSerialPort::NoParity);
     m_port.setDataBits(QSerialPort::Data8);
     m_port.setStopBits(QSerialPort::OneStop);
@@ -119,7 +118,6 @@ void QtSerialControl::Close()
     if (m_port.isOpen()) {
         // Otherwise the system would go on sending, and hold the program up while the other side doesn't take it.
         tcflush(m_port.handle(), TCOFLUSH);
-        const QSignalBlocker quiet(m_port); // a vanished device refuses to be set back
         m_port.close();
     }
     m_claim.Release();
