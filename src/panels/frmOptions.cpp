@@ -6,8 +6,6 @@
 #include "ui_frmOptions.h"
 
 #include <QCloseEvent>
-#include <QLabel>
-#include <QVBoxLayout>
 
 #include <string>
 

@@ -117,7 +117,9 @@ void MoveToTwips(QWidget& window, double left, double top)
 void SetWidthInCharacters(QWidget& field, int characters)
 {
     const int frame = field.sizeHint().height() - field.fontMetrics().height();
-    field.setFixedWidth(field.fontMetrics().averageCharWidth() * characters + frame);
+    const int width = field.fontMetrics().averageCharWidth() * characters + frame;
+    field.setMinimumWidth(width);
+    field.setMaximumWidth(width);
 }
 
 void SetFieldEnabled(QLineEdit& field, bool enabled)
