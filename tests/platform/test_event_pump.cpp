@@ -144,6 +144,27 @@ TEST_F(EventPump, LoopInsideAnEventSleeps)
     EXPECT_LT(clock.elapsed(), Long / 2);
 }
 
+TEST_F(EventPump, LoopAroundAWaitSleepsAfterIt)
+{
+    int passes = 0;
+    int ticks = 0;
+    QEventLoop loop;
+    QTimer ticking;
+    QObject::connect(&ticking, &QTimer::timeout, [&] {
+        if (++ticks == 20)
+            loop.quit();
+    });
+    Post([&] {
+        Wait(pump, 1);
+        ticking.start(2);
+    });
+    const auto counting = QObject::connect(QAbstractEventDispatcher::instance(),
+                                           &QAbstractEventDispatcher::aboutToBlock, [&] { ++passes; });
+    loop.exec();
+    QObject::disconnect(counting);
+    EXPECT_LT(passes, 35);
+}
+
 TEST_F(EventPump, WaitsInsideExecAndAfterQuitKeepTheirTime)
 {
     double waited = 0;

@@ -73,15 +73,18 @@ std::vector<fs::path> LockFiles(const std::string& device)
     return files;
 }
 
-// A lock file begins with a process number: in decimal, or as the four bytes of the machine's own number.
+// A lock file begins with a process number in decimal, or is one as the machine holds it, which no text could be: its
+// highest byte is always 0.
 std::optional<pid_t> LockHolder(const fs::path& lockFile)
 {
     const std::string text = ReadAll(lockFile);
     pid_t process = 0;
-    const size_t digits = std::min(text.find_first_not_of(" \t"), text.size());
-    const auto [rest, error] = std::from_chars(text.data() + digits, text.data() + text.size(), process);
-    if (error != std::errc() && text.size() == sizeof process)
+    if (text.size() == sizeof process && text.find('\0') != std::string::npos) {
         std::memcpy(&process, text.data(), sizeof process);
+    } else {
+        const size_t digits = std::min(text.find_first_not_of(" \t"), text.size());
+        std::from_chars(text.data() + digits, text.data() + text.size(), process);
+    }
     if (process <= 0 || process == getpid())
         return std::nullopt;
     const bool alive = kill(process, 0) == 0 || errno == EPERM;

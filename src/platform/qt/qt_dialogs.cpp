@@ -119,6 +119,7 @@ std::string QtDialogs::AskPassword(const std::string& text, const std::string& t
     auto* label = new QLabel(QString::fromStdString(text), window);
     label->setObjectName("lblPassword");
     label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
     auto* input = new QLineEdit(window);
     input->setObjectName("txtPassword");
     input->setEchoMode(QLineEdit::Password);
@@ -131,9 +132,10 @@ std::string QtDialogs::AskPassword(const std::string& text, const std::string& t
     auto* layout = new QVBoxLayout(window);
     for (QWidget* part : {static_cast<QWidget*>(label), static_cast<QWidget*>(input), static_cast<QWidget*>(buttons)})
         layout->addWidget(part);
+    input->setFocus();
     RiseAbove(*window);
     const bool accepted = window->exec() == QDialog::Accepted && window;
-    const std::string answer = accepted ? input->text().toStdString() : std::string();
+    std::string answer = accepted ? input->text().toStdString() : std::string();
     delete window;
     return answer;
 }
