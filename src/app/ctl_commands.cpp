@@ -22,7 +22,7 @@ int find(Program& p, Console& console, const CtlCommand& command, std::ostream& 
     TakeListedPorts(p);
     p.viewing.RebuildList();
     p.state.cbxUnload_TallyCores.Select(0);
-    p.state.cbxUnload_Ports.SetText(command.port ? " Com " + std::to_string(*command.port) : " All Ports");
+    p.state.cbxUnload_Ports.SetText(command.port ? " Com " + std::to_string(*command.port) : std::string(AllPorts));
     p.portSearch.cmdUnload_FindTallycores_Click();
     console.EndProgressLine();
     p.forms.loadMessages = nullptr;

@@ -21,7 +21,7 @@ int main(int argc, char** argv)
         std::cerr << "harvelctl: " << *error << "\nTry 'harvelctl --help'.\n";
         return CtlUsageError;
     }
-    const auto& command = std::get<CtlCommand>(parsed);
+    const CtlCommand& command = *std::get_if<CtlCommand>(&parsed);
     const QFileInfo directory(QString::fromStdString(command.directory));
     if (!directory.isDir()) {
         std::cerr << "harvelctl: there is no directory " << command.directory << "\n";

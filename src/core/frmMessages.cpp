@@ -54,6 +54,7 @@ void frmMessages::Load()
         MoveToTwips(*this, PixelsToTwips(left, *this), PixelsToTwips(place.top(), *this) + BelowTop);
     }
     SetBar(0, m_ui->pbMessages->maximum());
+    SettleSize(*this);
 }
 
 void frmMessages::SetVisible(bool visible)

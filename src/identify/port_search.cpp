@@ -13,7 +13,6 @@ namespace
 {
 
 constexpr const char* BoxTitle = " tallyCore Harvel";
-constexpr const char* AllPorts = " All Ports";
 constexpr const char* Probe = "127";
 
 // The number at the end of a line of the port list, read off its last `count` characters; 0 if there is none.

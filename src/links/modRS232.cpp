@@ -95,12 +95,12 @@ void modRS232::FillPortLists(bool restoreLastSearch)
     const int selected = list.Selected();
     list.Clear();
     if (m_options.AvailablePorts == "0") {
-        list.Add(" All Ports");
+        list.Add(AllPorts);
         list.Select(0);
     } else if (countPorts(m_options.AvailablePorts) == 1) {
         list.Add("Com " + GetField(m_options.AvailablePorts, 1));
     } else {
-        list.Add(" All Ports");
+        list.Add(AllPorts);
         for (int port = 1; port <= ComPorts; ++port)
             if (m_link.PortAvailable[static_cast<size_t>(port - 1)])
                 list.Add(" Com " + std::to_string(port));

@@ -16,6 +16,9 @@
 namespace harvelop
 {
 
+// The entry of the port list that stands for every port.
+constexpr const char* AllPorts = " All Ports";
+
 class modRS232
 {
 public:

@@ -80,7 +80,7 @@ void frmOptions::Load()
     if (m_use.end.Ended())
         return;
     if (m_use.state.cbxUnload_Ports.Text().empty())
-        m_use.state.cbxUnload_Ports.SetText(" All Ports");
+        m_use.state.cbxUnload_Ports.SetText(AllPorts);
     m_ui->cmdApply->setEnabled(false); // the one trace of the handlers that have run
     applyLockControls();
     m_ui->tsOptions->setProperty("HelpContextID", 1100);
@@ -88,6 +88,7 @@ void frmOptions::Load()
     if (m_use.use.language.LangActive)
         ApplyOptionsLanguage();
     updateToolTips();
+    SettleSize(*this);
 }
 
 void frmOptions::fillTabs()
@@ -134,6 +135,10 @@ void frmOptions::askFirstUse()
     const auto answer =
         m_use.use.dialogs.Show({m_use.use.language.Text(550), boxTitle(), BoxIcon::Question, BoxButtons::YesNo});
     if (answer == BoxAnswer::Yes) {
+        // A port list that has changed since the last search may have nothing chosen.
+        if (m_use.state.cbxUnload_Ports.Text().empty())
+            m_use.state.cbxUnload_Ports.SetText(AllPorts);
+        SettleSize(*this);
         show();
         FocusOk();
         m_use.use.waiting.WaitMs(100);

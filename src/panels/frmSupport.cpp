@@ -114,6 +114,14 @@ void MoveToTwips(QWidget& window, double left, double top)
     window.move(place.topLeft());
 }
 
+void SettleSize(QWidget& window)
+{
+    if (window.testAttribute(Qt::WA_WState_Created))
+        return;
+    window.ensurePolished();
+    window.adjustSize();
+}
+
 void SetWidthInCharacters(QWidget& field, int characters)
 {
     const int frame = field.sizeHint().height() - field.fontMetrics().height();

@@ -27,6 +27,10 @@ double PixelsToTwips(int pixels, const QWidget& window);
 // Moves a window to a place given in twips. A place off every screen is brought back into view.
 void MoveToTwips(QWidget& window, double left, double top);
 
+// Gives a window that was never shown its natural size, as the last thing before it is shown. A window that gets its
+// size only then loses what MoveToTwips meant: its contents go where its frame was to be, and its frame moves up.
+void SettleSize(QWidget& window);
+
 // As wide as so many characters of its font; it does not stretch beyond.
 void SetWidthInCharacters(QWidget& field, int characters);
 

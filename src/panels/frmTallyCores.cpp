@@ -268,6 +268,8 @@ void frmTallyCores::Place(int twips)
 
 void frmTallyCores::SetVisible(bool visible)
 {
+    if (visible)
+        SettleSize(*this);
     setVisible(visible);
     if (visible) {
         raise();
