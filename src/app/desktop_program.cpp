@@ -1,6 +1,7 @@
 #include "app/desktop_program.h"
 
 #include "app/exit_paths.h"
+#include "panels/frmSupport.h"
 
 #include <iostream>
 
@@ -42,7 +43,7 @@ void DesktopProgram::showOptions()
     frmOptions& options = loadedOptions();
     if (heart.end.Ended())
         return;
-    options.show();
+    ShowPlaced(options);
     options.raise();
     options.activateWindow();
 }

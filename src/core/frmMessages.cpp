@@ -54,12 +54,14 @@ void frmMessages::Load()
         MoveToTwips(*this, PixelsToTwips(left, *this), PixelsToTwips(place.top(), *this) + BelowTop);
     }
     SetBar(0, m_ui->pbMessages->maximum());
-    SettleSize(*this);
 }
 
 void frmMessages::SetVisible(bool visible)
 {
-    setVisible(visible);
+    if (visible)
+        ShowPlaced(*this);
+    else
+        hide();
 }
 
 void frmMessages::SetCaption(const std::string& caption)
@@ -90,8 +92,8 @@ void frmMessages::unload()
     if (m_unloading)
         return;
     m_unloading = true;
-    m_use.options.MessagesTop = PixelsToTwips(y(), *this);
-    m_use.options.MessagesLeft = PixelsToTwips(x(), *this);
+    m_use.options.MessagesTop = PixelsToTwips(geometry().y(), *this);
+    m_use.options.MessagesLeft = PixelsToTwips(geometry().x(), *this);
     m_use.progress.ShowProgressText(m_use.language.Text(540) + " ...");
     m_use.progress.Unloaded();
     m_use.store.SaveOptions();

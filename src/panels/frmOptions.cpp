@@ -88,7 +88,6 @@ void frmOptions::Load()
     if (m_use.use.language.LangActive)
         ApplyOptionsLanguage();
     updateToolTips();
-    SettleSize(*this);
 }
 
 void frmOptions::fillTabs()
@@ -138,8 +137,7 @@ void frmOptions::askFirstUse()
         // A port list that has changed since the last search may have nothing chosen.
         if (m_use.state.cbxUnload_Ports.Text().empty())
             m_use.state.cbxUnload_Ports.SetText(AllPorts);
-        SettleSize(*this);
-        show();
+        ShowPlaced(*this);
         FocusOk();
         m_use.use.waiting.WaitMs(100);
         m_ui->cmdUnload_FindTallycores->click();
@@ -200,8 +198,8 @@ void frmOptions::unload()
 {
     if (m_use.end.Ended())
         return;
-    m_use.options.OptionsTop = PixelsToTwips(y(), *this);
-    m_use.options.OptionsLeft = PixelsToTwips(x(), *this);
+    m_use.options.OptionsTop = PixelsToTwips(geometry().y(), *this);
+    m_use.options.OptionsLeft = PixelsToTwips(geometry().x(), *this);
     m_use.state.StopLinkWork = true;
     m_use.state.StopSearch = true;
     const ListState& ports = m_use.state.cbxUnload_Ports;

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QStyle>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -114,12 +115,14 @@ void MoveToTwips(QWidget& window, double left, double top)
     window.move(place.topLeft());
 }
 
-void SettleSize(QWidget& window)
+void ShowPlaced(QWidget& window)
 {
-    if (window.testAttribute(Qt::WA_WState_Created))
-        return;
-    window.ensurePolished();
-    window.adjustSize();
+    if (!window.testAttribute(Qt::WA_WState_Created)) {
+        const QPoint place = window.pos();
+        window.winId(); // makes the window, which then takes a place for its contents
+        window.windowHandle()->setPosition(place);
+    }
+    window.show();
 }
 
 void SetWidthInCharacters(QWidget& field, int characters)

@@ -27,9 +27,9 @@ double PixelsToTwips(int pixels, const QWidget& window);
 // Moves a window to a place given in twips. A place off every screen is brought back into view.
 void MoveToTwips(QWidget& window, double left, double top);
 
-// Gives a window that was never shown its natural size, as the last thing before it is shown. A window that gets its
-// size only then loses what MoveToTwips meant: its contents go where its frame was to be, and its frame moves up.
-void SettleSize(QWidget& window);
+// Shows a window; the first time where MoveToTwips put it. Places are those of a window's contents: how thick a frame the
+// desktop puts around them is known only later, and the window would move by it at every start.
+void ShowPlaced(QWidget& window);
 
 // As wide as so many characters of its font; it does not stretch beyond.
 void SetWidthInCharacters(QWidget& field, int characters);

@@ -261,20 +261,24 @@ void frmTallyCores::Place(int twips)
     constexpr double Unplaced = 1000; // where the options panel opens first
     const auto* options = dynamic_cast<const QWidget*>(m_use.forms.options);
     const bool placed = m_use.options.OptionsLeft != 0 || m_use.options.OptionsTop != 0;
-    const double left = options ? PixelsToTwips(options->x(), *options) : placed ? m_use.options.OptionsLeft : Unplaced;
-    const double top = options ? PixelsToTwips(options->y(), *options) : placed ? m_use.options.OptionsTop : Unplaced;
+    const double left = options  ? PixelsToTwips(options->geometry().x(), *options)
+                        : placed ? m_use.options.OptionsLeft
+                                 : Unplaced;
+    const double top = options  ? PixelsToTwips(options->geometry().y(), *options)
+                       : placed ? m_use.options.OptionsTop
+                                : Unplaced;
     MoveToTwips(*this, left + twips, top + twips);
 }
 
 void frmTallyCores::SetVisible(bool visible)
 {
-    if (visible)
-        SettleSize(*this);
-    setVisible(visible);
-    if (visible) {
-        raise();
-        activateWindow();
+    if (!visible) {
+        hide();
+        return;
     }
+    ShowPlaced(*this);
+    raise();
+    activateWindow();
 }
 
 void frmTallyCores::SelectTab(int tab)
