@@ -10,12 +10,24 @@ namespace harvelop
 namespace
 {
 
+// False, and told, if the loggers' file is there but can't be read.
+bool readable(Program& p, Console& console)
+{
+    const std::string path = p.state.AppPath + "found.ini";
+    if (p.files.Read(path).state != FileState::Unreadable)
+        return true;
+    console.Line("The file " + path + " can't be read.");
+    return false;
+}
+
 int find(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
     ConsoleMessages messages(console);
     p.forms.loadMessages = [&]() -> MessageForm* { return &messages; };
     HeadlessPanels panels(p.panelServices());
 
+    if (!readable(p, console))
+        return CtlFailed;
     LoadSettings(p);
     if (p.end.Ended())
         return CtlFailed;
@@ -29,18 +41,23 @@ int find(Program& p, Console& console, const CtlCommand& command, std::ostream& 
     if (p.search.FoundCount == 0)
         return CtlFailed;
     out << LoggersAsTable(p.tables);
-    return CtlDone;
+    return p.records.Saved() ? CtlDone : CtlFailed;
 }
 
-int list(Program& p, const CtlCommand& command, std::ostream& out)
+int list(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
+    if (!readable(p, console))
+        return CtlFailed;
     p.records.LoadFoundLoggers();
+    p.viewing.RebuildList(); // fills in what a list shows of a logger
     out << (command.json ? LoggersAsJson(p.tables) : LoggersAsTable(p.tables));
     return CtlDone;
 }
 
 int show(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
+    if (!readable(p, console))
+        return CtlFailed;
     p.records.LoadFoundLoggers();
     if (!p.tables.Holds(command.number)) {
         console.Line("There is no logger " + std::to_string(command.number) + ".");
@@ -57,7 +74,7 @@ int ports(Program& p, std::ostream& out)
     for (int port = 1; port <= ComPorts; ++port)
         if (p.link.PortAvailable[static_cast<size_t>(port - 1)])
             out << port << "  " << p.rs232.MSComm1.DeviceName(port) << "\n";
-    return CtlDone;
+    return p.options.AvailablePorts.empty() ? CtlFailed : CtlDone;
 }
 
 } // namespace
@@ -70,7 +87,7 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
     case CtlCommand::Verb::Find:
         return find(program, console, command, out);
     case CtlCommand::Verb::List:
-        return list(program, command, out);
+        return list(program, console, command, out);
     case CtlCommand::Verb::Show:
         return show(program, console, command, out);
     case CtlCommand::Verb::Ports:

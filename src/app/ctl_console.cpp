@@ -1,5 +1,6 @@
 #include "app/ctl_console.h"
 
+#include <csignal>
 #include <iostream>
 #include <termios.h>
 #include <unistd.h>
@@ -17,30 +18,56 @@ std::string trimmed(std::string text)
     return text;
 }
 
-// While it lives the terminal does not show what is typed.
-class EchoOff
+// While it lives the terminal does not show what is typed, and an interrupt ends the reading instead of the program, so
+// that the terminal always gets its echo back.
+class HiddenTyping
 {
 public:
-    explicit EchoOff(bool wanted) : m_changed(wanted && tcgetattr(STDIN_FILENO, &m_before) == 0)
+    HiddenTyping() : m_changed(tcgetattr(STDIN_FILENO, &m_before) == 0)
     {
         if (!m_changed)
             return;
+        struct sigaction interrupt {
+        };
+        interrupt.sa_handler = [](int) {};
+        sigaction(SIGINT, &interrupt, &m_interrupt);
+        sigaction(SIGTERM, &interrupt, &m_terminate);
         termios quiet = m_before;
         quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
         tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
     }
-    ~EchoOff()
+    ~HiddenTyping()
     {
-        if (m_changed)
-            tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before);
+        if (!m_changed)
+            return;
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before);
+        sigaction(SIGINT, &m_interrupt, nullptr);
+        sigaction(SIGTERM, &m_terminate, nullptr);
     }
-    EchoOff(const EchoOff&) = delete;
-    EchoOff& operator=(const EchoOff&) = delete;
+    HiddenTyping(const HiddenTyping&) = delete;
+    HiddenTyping& operator=(const HiddenTyping&) = delete;
 
 private:
     termios m_before{};
+    struct sigaction m_interrupt {
+    };
+    struct sigaction m_terminate {
+    };
     bool m_changed;
 };
+
+// A line from the terminal; none at its end or after an interrupt.
+std::optional<std::string> readLine()
+{
+    std::string line;
+    char c = 0;
+    while (read(STDIN_FILENO, &c, 1) == 1) {
+        if (c == '\n')
+            return line;
+        line += c;
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
@@ -78,15 +105,16 @@ std::optional<std::string> Console::Ask(const std::string& question, bool hidden
         return std::nullopt;
     EndProgressLine();
     m_err << question << std::flush;
-    std::string answer;
-    bool got = false;
-    {
-        const EchoOff quiet(hidden);
-        got = static_cast<bool>(std::getline(std::cin, answer));
+    std::optional<std::string> answer;
+    if (hidden) {
+        const HiddenTyping typing;
+        answer = readLine();
+    } else {
+        answer = readLine();
     }
-    if (hidden || !got)
+    if (hidden || !answer)
         m_err << std::endl;
-    return got ? std::optional<std::string>(answer) : std::nullopt;
+    return answer;
 }
 
 void ConsoleMessages::SetCaption(const std::string& caption)

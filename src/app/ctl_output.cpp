@@ -46,6 +46,12 @@ ordered_json fieldsOf(const LoggerRecord& record)
     return fields;
 }
 
+// What a logger has told may hold anything, and a terminal obeys such characters.
+bool isControl(char c)
+{
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
+}
+
 // "A" for the entries that the model's family names, a number for the rest.
 std::string entryName(const LoggerRecord& record, int entry)
 {
@@ -66,6 +72,9 @@ std::string LoggersAsTable(const LoggerTables& tables)
     });
     if (rows.size() == 1)
         return {};
+    for (Row& row : rows)
+        for (std::string& cell : row)
+            std::replace_if(cell.begin(), cell.end(), isControl, '?');
     std::vector<size_t> widths(rows[0].size(), 0);
     for (const Row& row : rows)
         for (size_t i = 0; i < row.size(); ++i)
@@ -99,10 +108,12 @@ std::string LoggerAsText(const LoggerRecord& record)
 {
     std::string lines;
     for (const auto& field : AllRecordFields()) {
+        std::string value = FieldText(record, field);
+        std::replace_if(value.begin(), value.end(), isControl, '?');
         lines += field.table;
         if (field.kind == RecordField::Kind::Schedule)
             lines += "." + entryName(record, field.entry);
-        lines += "=" + FieldText(record, field) + "\n";
+        lines += "=" + value + "\n";
     }
     return lines;
 }

@@ -2,6 +2,7 @@
 
 #include "identify/free_slots.h"
 #include "identify/model_set_up.h"
+#include "settings/message_texts.h"
 
 #include <algorithm>
 
@@ -11,8 +12,7 @@ namespace harvelop
 namespace
 {
 
-constexpr const char* BoxTitle = " tallyCore Harvel"; // the same in every language
-constexpr int PanelStep = 500;                        // twips from one panel to the next
+constexpr int PanelStep = 500; // twips from one panel to the next
 
 std::string wayText(const std::string& linkType)
 {
@@ -232,8 +232,8 @@ void LoggerViewing::ForgetFoundLoggers()
     // What was entered by hand is at no moment without its place in the file.
     if (m_tables.Count() > 0)
         m_records.SaveFoundLoggers();
-    else
-        m_files.Remove(m_state.AppPath + "found.ini");
+    else if (const auto path = m_state.AppPath + "found.ini"; m_files.Read(path).state != FileState::Unreadable)
+        m_files.Remove(path); // what could not be read is not ours to throw away
 }
 
 void LoggerViewing::DeleteLogger(int index)

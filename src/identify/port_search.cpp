@@ -3,6 +3,7 @@
 #include "core/text_lines.h"
 #include "core/text_numbers.h"
 #include "identify/free_slots.h"
+#include "settings/message_texts.h"
 
 #include <algorithm>
 
@@ -12,7 +13,6 @@ namespace harvelop
 namespace
 {
 
-constexpr const char* BoxTitle = " tallyCore Harvel";
 constexpr const char* Probe = "127";
 
 // The number at the end of a line of the port list, read off its last `count` characters; 0 if there is none.

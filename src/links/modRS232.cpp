@@ -4,6 +4,7 @@
 #include "core/text_numbers.h"
 #include "links/com_port_errors.h"
 #include "links/get_field.h"
+#include "settings/message_texts.h"
 
 #include <algorithm>
 #include <array>
@@ -74,8 +75,10 @@ void modRS232::ReportAvailablePorts()
 {
     if (m_state.StopSearch)
         return;
-    const auto report = [this](int before, const std::string& ports, int after) {
-        m_use.progress.ShowProgressText(m_use.language.Text(before) + " " + ports + " " + m_use.language.Text(after));
+    // A language file's pieces are joined as they stand; the English ones want blanks between.
+    const std::string gap = m_use.language.LangActive ? "" : " ";
+    const auto report = [&](int before, const std::string& ports, int after) {
+        m_use.progress.ShowProgressText(m_use.language.Text(before) + gap + ports + gap + m_use.language.Text(after));
     };
     if (countPorts(m_options.AvailablePorts) == 1) {
         report(367, GetField(m_options.AvailablePorts, 1), 368);
@@ -146,7 +149,7 @@ void modRS232::tellBusy(int port)
     m_use.progress.ShowProgressText(busy(374, 375));
     m_use.waiting.WaitMs(1000);
     m_use.progress.HideMessageForm();
-    m_use.dialogs.Show({busy(700, 701) + ".     ", " tallyCore Harvel", BoxIcon::Critical, BoxButtons::Ok,
+    m_use.dialogs.Show({busy(700, 701) + ".     ", BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
                         holder.empty() ? "" : "In use by " + holder + "."});
     m_link.PortOpenFailed.Set(port, true);
     if (!m_state.LaunchCommand.empty()) {
@@ -167,7 +170,7 @@ void modRS232::tellNoPermission(int port)
     m_use.progress.HideMessageForm();
     m_use.dialogs.Show({"You have no permission to open Com " + std::to_string(port) +
                             (device.empty() ? "" : " (" + device + ")") + ".     ",
-                        " tallyCore Harvel", BoxIcon::Critical, BoxButtons::Ok,
+                        BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
                         "Add your user to the group \"dialout\", then log out and in again."});
     m_use.progress.ShowMessageForm();
 }

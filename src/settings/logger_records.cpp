@@ -60,14 +60,16 @@ void LoggerRecords::SaveFoundLoggers()
     for (const std::string& record : m_tables.FoundLoggerStrings)
         if (!record.empty())
             text.append(std::to_string(++count)).append(RecordKey).append(record).append(CrLf);
-    ReplaceFile(m_files, path(), text);
+    m_unsaved.reset();
+    if (!ReplaceFile(m_files, path(), text))
+        m_unsaved = text;
 }
 
 void LoggerRecords::LoadFoundLoggers()
 {
     m_tables.FoundLoggerStrings.fill("");
     m_tables.HaveFoundLoggers = false;
-    const FileText file = m_files.Read(path());
+    const FileText file = m_unsaved ? FileText{FileState::Read, *m_unsaved} : m_files.Read(path());
     LineReader lines(file.text);
     std::string_view line;
     size_t row = 0;
@@ -108,7 +110,7 @@ void LoggerRecords::BuildLoggerSettings(int number)
 
 std::optional<int> LoggerRecords::FindLoggerByKey(const std::string& key)
 {
-    const FileText file = m_files.Read(path());
+    const FileText file = m_unsaved ? FileText{FileState::Read, *m_unsaved} : m_files.Read(path());
     LineReader lines(file.text);
     std::string_view line;
     while (lines.Next(line)) {

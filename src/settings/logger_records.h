@@ -35,9 +35,11 @@ public:
     {
     }
 
-    // Writes `found.ini` from the slots' texts, numbered from 1 without gaps. Nothing is reported if that fails. A file
-    // that stands there and can't be read is not replaced.
+    // Writes `found.ini` from the slots' texts, numbered from 1 without gaps. Nothing is shown if that fails; what
+    // could not be saved then stands in for the file, so that the loggers in work are neither lost nor mixed with older
+    // ones. A file that stands there and can't be read is not replaced.
     void SaveFoundLoggers();
+    bool Saved() const { return !m_unsaved; } // the last save succeeded
 
     // Reads `found.ini` into the slots and splits each into the tables. A missing file means no records. A line too
     // many ends it before any record is split.
@@ -62,6 +64,7 @@ private:
     ProgramState& m_state;
     LoggerPanels& m_panels;
     DataFiles& m_files;
+    std::optional<std::string> m_unsaved; // the text of a save that failed
 };
 
 } // namespace harvelop

@@ -6,6 +6,9 @@
 namespace harvelop
 {
 
+// The title of most boxes, the same in every language.
+constexpr const char* BoxTitle = " tallyCore Harvel";
+
 struct MessageText {
     int number; // 1 to 1000: the number in a language file
     std::string_view english;

@@ -9,11 +9,10 @@ namespace harvelop
 {
 
 // Replaces a file, unless one stands there that can't be read: the program never saw what it holds, and must not lose
-// it.
-inline void ReplaceFile(DataFiles& files, const std::string& path, const std::string& text)
+// it. False if the old file stands.
+inline bool ReplaceFile(DataFiles& files, const std::string& path, const std::string& text)
 {
-    if (files.Read(path).state != FileState::Unreadable)
-        files.Replace(path, text);
+    return files.Read(path).state != FileState::Unreadable && files.Replace(path, text);
 }
 
 } // namespace harvelop

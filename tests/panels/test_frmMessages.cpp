@@ -109,6 +109,7 @@ TEST_F(MessageWindow, ClosedByTheUserEndsTheProgramAfterASecond)
     Open();
     p.progress.ShowMessageForm();
     messages->move(150, 75);
+    const QPoint place = messages->geometry().topLeft();
     QStringList captions;
     QObject::connect(messages.get(), &QWidget::windowTitleChanged,
                      [&](const QString& caption) { captions << caption; });
@@ -119,8 +120,8 @@ TEST_F(MessageWindow, ClosedByTheUserEndsTheProgramAfterASecond)
     EXPECT_TRUE(p.end.Ended());
     EXPECT_FALSE(p.state.MessagesLoaded);
     EXPECT_NEAR(t.pump.NowMs() - before, 1000, 1);
-    EXPECT_EQ(Saved("MessagesLeft"), std::to_string(150 * 15));
-    EXPECT_EQ(Saved("MessagesTop"), std::to_string(75 * 15));
+    EXPECT_EQ(Saved("MessagesLeft"), std::to_string(place.x() * 15));
+    EXPECT_EQ(Saved("MessagesTop"), std::to_string(place.y() * 15));
 }
 
 TEST_F(MessageWindow, ClosedTwiceInItsLastSecondStoresOnce)

@@ -109,11 +109,12 @@ TEST_F(OptionsClosing, StoresThePosition)
     Open();
     form->move(120, 90);
     QApplication::processEvents();
+    const QPoint place = form->geometry().topLeft();
     form->close();
     for (const char* key : {"OptionsLeft", "tallyCoresLeft"})
-        EXPECT_EQ(Saved(key), std::to_string(static_cast<int>(PixelsToTwips(120, *form)))) << key;
+        EXPECT_EQ(Saved(key), std::to_string(static_cast<int>(PixelsToTwips(place.x(), *form)))) << key;
     for (const char* key : {"OptionsTop", "tallyCoresTop"})
-        EXPECT_EQ(Saved(key), std::to_string(static_cast<int>(PixelsToTwips(90, *form)))) << key;
+        EXPECT_EQ(Saved(key), std::to_string(static_cast<int>(PixelsToTwips(place.y(), *form)))) << key;
 }
 
 TEST_F(OptionsClosing, StoresTheChosenPort)
