@@ -71,6 +71,7 @@ int main(int argc, char** argv)
     DesktopProgram program({pump, serial, dialogs, files, settings, desktop});
     ProgramEnd& end = program.heart.end;
     end.OnEnd = [&] {
+        serial.ClearOutBuffer(); // closing would send it
         serial.Close();
         QCoreApplication::exit(end.ExitCode());
     };

@@ -91,15 +91,21 @@ void StartUp::Run(const std::string& commandLine)
     }
     p.state.LaunchCommand = LaunchCommandOf(commandLine);
     followPath();
-    if (p.state.OptionsLoaded) {
-        p.controls.FocusOk();
-        p.controls.SetCaption(" tallyCore Harvel Options 2.37");
-        p.waiting.WaitMs(800);
-        p.controls.SetCaption(" tallyCore Harvel Options");
-    }
-    for (int i = 1; i <= p.search.FoundCount; ++i)
+    if (p.state.OptionsLoaded)
+        greet();
+    // No search has run yet on most starts, and then there is no panel to show.
+    for (int i = 1; i <= p.search.FoundCount && !p.end.Ended(); ++i)
         if (LoggerPanel* panel = p.panels.At(i))
             panel->SetVisible(true);
+}
+
+void StartUp::greet()
+{
+    OptionsControls& form = m_program.controls;
+    form.FocusOk();
+    form.SetCaption(" tallyCore Harvel Options " HARVELOP_VERSION);
+    m_program.waiting.WaitMs(800);
+    form.SetCaption(" tallyCore Harvel Options");
 }
 
 void StartUp::findAppPath()
@@ -118,6 +124,9 @@ void StartUp::FirstRunSetup()
     p.files.Replace(join(directory, "install.ini"), line);
     p.settings.Save(Application, Section, storeKey(directory), directory);
     findAppPath();
+    // A store that can't be written must not send the data files to the root directory.
+    if (p.settings.Get(Application, Section, storeKey(directory)).value_or("").empty())
+        SetAppPath(p, directory);
     for (const auto& [name, program] : {std::pair{"Harvel Options", "harvelop.exe"}, std::pair{"Harvel", "harvel.exe"}})
         p.desktop.CreateShortcut({name, p.state.AppPath + program, {}, directory});
 }
@@ -131,7 +140,7 @@ void StartUp::followPath()
         return;
     }
     const auto number = p.records.FindLoggerByKey(launch.key);
-    if (!number || !p.tables.Record(*number)) {
+    if (!number || !p.tables.Holds(*number)) {
         p.end.EndProgram();
         return;
     }

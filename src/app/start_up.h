@@ -32,6 +32,7 @@ private:
     void findAppPath();
     void FirstRunSetup();
     void followPath();
+    void greet();
     void showSinglePanel();
 
     Program& m_program;

@@ -211,4 +211,49 @@ TEST(CtlCommands, AMissingLanguageFileFails)
     EXPECT_EQ(t.Run({"find"}), CtlFailed);
 }
 
+TEST(CtlCommands, WhatCouldNotBeStoredIsShownAndFails)
+{
+    TestCtl t;
+    LoggerRecord record;
+    record.LoggerPort = "7";
+    record.LoggerModel = "KR41";
+    const std::string before = "1tallyCoreSettings=" + RecordText(record) + "\r\n";
+    t.files.files[TestProgram::FoundIni] = before;
+    t.files.files[TestProgram::OptionsIni] = "FindPorts=1\r\n";
+    t.files.full = true;
+    t.serial.Plug(4, logger("KR40", "", "5.06.0001", "012345"), "115200");
+    t.dialogs.Expect(BoxAnswer::Ok);
+    EXPECT_EQ(t.Run({"find"}), CtlFailed);
+    EXPECT_EQ(t.files.files[TestProgram::FoundIni], before);
+    EXPECT_NE(t.out.str().find("KR40 sn 012345 on Com 4"), std::string::npos) << t.out.str();
+    EXPECT_EQ(t.out.str().find("KR41"), std::string::npos);
+}
+
+TEST(CtlCommands, ALoggersFileThatCannotBeReadIsToldAndLeftAlone)
+{
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"find"}, {"list"}, {"show", "1"}}) {
+        TestCtl t;
+        t.files.files[TestProgram::FoundIni] = "x";
+        t.files.unreadable.insert(TestProgram::FoundIni);
+        EXPECT_EQ(t.Run(words), CtlFailed);
+        EXPECT_EQ(t.said.str(), "The file /home/user/loggers/found.ini can't be read.\n");
+        EXPECT_EQ(t.files.files[TestProgram::FoundIni], "x");
+    }
+}
+
+TEST(CtlCommands, ControlCharactersOfALoggerDoNotReachTheTerminal)
+{
+    LoggerTables tables;
+    tables.records[0].LoggerVersion = "\x1b[2J";
+    tables.FoundLoggerStrings[0] = "x";
+    EXPECT_EQ(LoggersAsTable(tables).find('\x1b'), std::string::npos);
+    EXPECT_NE(LoggerAsText(tables.records[0]).find("LoggerVersion=?[2J\n"), std::string::npos);
+}
+
+TEST(CtlCommands, AMachineWithoutPortsHasNothingToList)
+{
+    TestCtl t;
+    EXPECT_EQ(t.Run({"ports"}), CtlFailed);
+}
+
 } // namespace harvelop::test

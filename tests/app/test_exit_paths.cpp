@@ -60,4 +60,26 @@ TEST(ExitPaths, AfterTheEndNoByteLeavesNoBoxShowsNoFileChangesAndNoWaitLasts)
     EXPECT_TRUE(t.files.writes.empty());
 }
 
+TEST(ExitPaths, WhatTheLoggerSaysMeanwhileIsNotCollected)
+{
+    TestProgram t;
+    t.serial.Plug(3, nullptr, "");
+    t.heart.rs232.OpenComPort(3);
+    t.serial.Arrive("before", 200);
+    t.serial.Arrive("after", 700);
+    t.pump.After(300, [&] { EXPECT_EQ(t.serial.threshold, 0); });
+    UnloadTaskbar(t.heart);
+    EXPECT_EQ(t.heart.exchange.txtCharacterWindow.Text(), "");
+    EXPECT_EQ(t.serial.InBufferCount(), 0);
+}
+
+TEST(ExitPaths, TheMenusExitSavesBeforeItTalksToTheLogger)
+{
+    TestProgram t;
+    t.heart.state.AppPath = "/home/user/loggers/";
+    t.pump.After(10, [&] { EXPECT_EQ(t.files.files.count(TestProgram::OptionsIni), 1u); });
+    mpopExit_Click(t.heart);
+    EXPECT_NEAR(t.pump.NowMs(), 1000, 0.001);
+}
+
 } // namespace harvelop::test

@@ -1,4 +1,6 @@
 #include "app/start_up.h"
+#include "identify/fake_panel.h"
+#include "support/fake_forms.h"
 #include "support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -11,13 +13,28 @@ namespace
 
 // A start whose windows only say that they were asked for.
 struct TestStart : TestProgram {
+    std::vector<std::unique_ptr<FakePanel>> made;
     std::vector<std::string> said;
     std::vector<std::string> asked;
+    std::function<void()> whenShown;
+
+    TestStart()
+    {
+        heart.panels.Make = [this](int number) {
+            made.push_back(std::make_unique<FakePanel>(number, heart.panelServices()));
+            return made.back().get();
+        };
+    }
+    ~TestStart() { heart.panels.Make = nullptr; }
 
     void Start(const std::string& commandLine)
     {
         StartUpHooks hooks;
-        hooks.showOptions = [this] { asked.emplace_back("show options"); };
+        hooks.showOptions = [this] {
+            asked.emplace_back("show options");
+            if (whenShown)
+                whenShown();
+        };
         hooks.loadOptions = [this] {
             asked.emplace_back("load options");
             heart.viewing.RefreshFoundLoggers();
@@ -207,6 +224,94 @@ TEST(StartUp, APortLeftOpenIsClosed)
     t.serial.Open();
     t.Start("");
     EXPECT_FALSE(t.serial.PortOpen());
+}
+
+TEST(StartUp, AKeyAloneOpensTheLoggersPanelOnItsThirdTab)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "AvailablePorts=0\r\nFindPorts=0\r\n";
+    t.Store(recordLine(1, "::2") + recordLine(2, "::5"));
+    t.Start("::5");
+    ASSERT_EQ(t.made.size(), 1u);
+    EXPECT_EQ(t.made[0]->number, 2);
+    EXPECT_TRUE(t.made[0]->visible);
+    EXPECT_EQ(t.made[0]->tab, 3);
+    EXPECT_FALSE(t.heart.state.SingleLoggerMode);
+    EXPECT_FALSE(t.heart.end.Ended());
+    t.made[0]->Unload();
+    EXPECT_TRUE(t.heart.end.Ended()); // a program started for one panel ends with it
+}
+
+TEST(StartUp, AKeyWhoseNumberHasNoRecordEndsTheProgram)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "AvailablePorts=0\r\nFindPorts=0\r\n";
+    t.Store(recordLine(7, "::5"));
+    t.Start("::5");
+    EXPECT_TRUE(t.heart.end.Ended());
+    EXPECT_TRUE(t.made.empty());
+}
+
+TEST(StartUp, TheVersionShowsInTheCaptionFor800Milliseconds)
+{
+    TestStart t;
+    FakeOptions form;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "AvailablePorts=0\r\nFindPorts=0\r\n";
+    t.whenShown = [&] {
+        t.heart.forms.options = &form;
+        t.heart.state.OptionsLoaded = true;
+        t.pump.After(799, [&] { EXPECT_EQ(form.caption, " tallyCore Harvel Options 2.37"); });
+    };
+    const double before = t.pump.NowMs();
+    t.Start("");
+    EXPECT_EQ(form.okFocused, 1);
+    EXPECT_EQ(form.caption, " tallyCore Harvel Options");
+    EXPECT_NEAR(t.pump.NowMs() - before, 800, 1);
+}
+
+TEST(StartUp, PanelsThatAFirstSearchHasFoundComeToTheFront)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "AvailablePorts=0\r\nFindPorts=0\r\n";
+    t.whenShown = [&] {
+        t.heart.search.FoundCount = 2;
+        t.heart.panels.Create(1);
+        t.heart.panels.Create(2);
+    };
+    t.Start("");
+    ASSERT_EQ(t.made.size(), 2u);
+    EXPECT_TRUE(t.made[0]->visible && t.made[1]->visible);
+}
+
+TEST(StartUp, TheTerminalsGeometryAndThePortListAreThereBeforeAnyPanel)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "FindPorts=1\r\n";
+    t.serial.Plug(4, nullptr, "");
+    t.whenShown = [&] {
+        EXPECT_EQ(t.heart.options.TerminalWidth, 6345.0F);
+        EXPECT_EQ(t.heart.state.cbxUnload_Ports.Lines(), std::vector<std::string>{"Com 4"});
+    };
+    t.Start("");
+    EXPECT_EQ(t.asked.size(), 1u);
+}
+
+TEST(StartUp, AStoreThatKeepsNothingLeavesTheCurrentDirectory)
+{
+    struct Forgetful : MemorySettings {
+        void Save(const std::string&, const std::string&, const std::string&, const std::string&) override {}
+    } forgetful;
+    TestStart t;
+    Program heart({t.pump, t.serial, t.dialogs, t.files, forgetful, t.desktop});
+    StartUpHooks hooks;
+    hooks.showOptions = [] {};
+    StartUp(heart, hooks).Run("");
+    EXPECT_EQ(heart.state.AppPath, "/home/user/loggers/");
 }
 
 } // namespace harvelop::test

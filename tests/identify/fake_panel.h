@@ -42,7 +42,7 @@ public:
         steps.emplace_back(on ? "show" : "hide");
     }
     bool IsVisible() const override { return visible; }
-    void SelectTab(int) override {}
+    void SelectTab(int selected) override { tab = selected; }
     void SetDelivery(std::optional<bool>, std::optional<bool>) override {}
     void Unload() override
     {
@@ -58,6 +58,7 @@ public:
     PanelSetUp setUp;
     std::string caption;
     int twips = 0;
+    int tab = 0;
     bool visible = false;
     std::vector<std::string> steps;
 
