@@ -23,7 +23,9 @@ class Scene:
         self.directory = os.path.join(self.scratch.name, "loggers")
         os.mkdir(self.directory)
         self.environment = dict(os.environ, HOME=self.scratch.name,
-                                XDG_CONFIG_HOME=os.path.join(self.scratch.name, "config"), LC_ALL="C.UTF-8")
+                                XDG_CONFIG_HOME=os.path.join(self.scratch.name, "config"),
+                                XDG_RUNTIME_DIR=os.path.join(self.scratch.name, "runtime"), LC_ALL="C.UTF-8")
+        os.mkdir(self.environment["XDG_RUNTIME_DIR"], 0o700)
         for port in PORTS:
             self.environment[f"HARVELOP_COM{port}"] = ""
         if self.loggers:
