@@ -8,7 +8,7 @@ namespace harvelop
 namespace
 {
 
-// The order in which they are enabled; they are disabled with view before delete.
+// View goes before Delete here, and after it when they come back.
 constexpr std::array<std::string_view, 14> ToDisable = {"cmdUnload_FindTallycores",
                                                         "cmdUnload_Add",
                                                         "cmdUnload_View",

@@ -101,7 +101,10 @@ void frmOptions::chkSaveToDesktop_Click(bool checked)
 
 void frmOptions::chkLockControls_Click(bool)
 {
-    applyLockControls();
+    // While work goes on its lock holds the buttons, and is the only guard against a second search inside the first;
+    // what lifts it goes by the option.
+    if (m_ui->cmdOk->isEnabled())
+        applyLockControls();
 }
 
 void frmOptions::chkSaveLogFile_Click(bool)

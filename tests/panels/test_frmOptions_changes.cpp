@@ -110,6 +110,21 @@ TEST_F(OptionsChanges, LockingTurnsItsThreeButtonsOff)
         EXPECT_TRUE(Enabled(name)) << name;
 }
 
+TEST_F(OptionsChanges, LockingWhileWorkGoesOnFreesNothingUntilItEnds)
+{
+    Open();
+    p.controls.DisableOptionsControls();
+    Click("chkLockControls");
+    Click("chkLockControls");
+    for (const char* name : {"cmdUnload_Add", "cmdUnload_Delete", "cmdUnload_FindTallycores"})
+        EXPECT_FALSE(Enabled(name)) << name;
+    Click("chkLockControls");
+    p.controls.EnableOptionsControls();
+    EXPECT_FALSE(Enabled("cmdUnload_FindTallycores"));
+    Click("chkLockControls");
+    EXPECT_TRUE(Enabled("cmdUnload_FindTallycores"));
+}
+
 TEST_F(OptionsChanges, AuthenticationSelectsLogin)
 {
     p.options.SMTPAuthenticationType = "PLAIN";
