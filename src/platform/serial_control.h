@@ -32,7 +32,8 @@ public:
 
     // Opens `CommPort`; an open port is closed first. Gives PortOk or the error number; a failure leaves it closed.
     virtual int Open() = 0;
-    virtual void Close() = 0; // harmless on a closed port
+    // What is queued leaves first, unless the device does not take it soon. Harmless on a closed port.
+    virtual void Close() = 0;
     virtual bool PortOpen() const = 0;
 
     // After `Open` gave PortBusy: "minicom (process 1234)", or empty if the holder is not known.

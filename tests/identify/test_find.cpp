@@ -286,6 +286,23 @@ TEST(Find, ACancelledPasswordQuestionDoesNotCountAndTheNextFindTakesItsPlace)
     EXPECT_EQ(t.Record(3).LoggerPort, "9");
 }
 
+TEST(Find, ALoggerThatStaysUnidentifiedIsSetBackToNormalBeforeTheNextPortOpens)
+{
+    Finding t;
+    auto locked = std::make_shared<ScriptedLogger>(std::map<std::string, std::string>{{"\x7f", "<<\r\n"}});
+    t.serial.Plug(1, locked, "9600");
+    t.serial.Plug(2, nullptr, "");
+    t.dialogs.ExpectPassword("");
+    t.dialogs.Expect(BoxAnswer::Ok);
+    t.Find(" All Ports");
+    std::string onComOne;
+    for (const auto& event : t.serial.events)
+        if (event.kind == FakeSerial::Event::Kind::Sent && event.port == 1)
+            onComOne += event.text;
+    EXPECT_TRUE(onComOne.ends_with("/h/R/U/N\r\n\r\n")) << onComOne;
+    EXPECT_NE(std::find(locked->lines.begin(), locked->lines.end(), "/h/R/U/N"), locked->lines.end());
+}
+
 TEST(Find, ALoggerThatNobodyKnowsIsStoredAsUnknown)
 {
     Finding t;

@@ -272,10 +272,73 @@ TEST_F(SerialControl, ClearedAndLateOutputNeverLeaves)
     port.ClearOutBuffer();
     ServeAWhile();
     EXPECT_EQ(device.Received(), "");
-    port.Output("closing");
+    port.Output("at the end");
+    port.ClearOutBuffer();
     port.Close();
+    port.Output("closed");
     ServeAWhile();
     EXPECT_EQ(device.Received(), "");
+}
+
+TEST_F(SerialControl, QueuedOutputLeavesBeforeThePortCloses)
+{
+    for (const bool servedBefore : {false, true}) {
+        ASSERT_EQ(port.Open(), PortOk);
+        port.Output("/h/R/U/N\r\n\r\n");
+        if (servedBefore)
+            pump.ServePending();
+        port.Close();
+        EXPECT_EQ(device.Received(1000), "/h/R/U/N\r\n\r\n");
+    }
+}
+
+TEST_F(SerialControl, OpeningAnewLosesNothingThatWasSent)
+{
+    const std::string before(8'000, 'x'); // more than the device has taken in by then
+    ASSERT_EQ(port.Open(), PortOk);
+    port.Output(before);
+    ASSERT_EQ(port.Open(), PortOk);
+    std::string sent;
+    EXPECT_TRUE(ServeUntil([&] { return (sent += device.Received()).size() >= before.size(); }));
+}
+
+TEST_F(SerialControl, ClosingSendsWithoutServingEvents)
+{
+    ASSERT_EQ(port.Open(), PortOk);
+    int served = 0;
+    QTimer::singleShot(0, &pump, [&] { ++served; });
+    device.Send("reply");
+    port.Output("last");
+    port.Close();
+    EXPECT_EQ(served, 0);
+    EXPECT_EQ(raised, 0);
+}
+
+TEST_F(SerialControl, ClosingWaitsForADeviceThatTakesItSlowlyButNotForOneThatNeverDoes)
+{
+    const std::string text(20'000, 'x'); // more than a line without a reader holds
+    ASSERT_EQ(port.Open(), PortOk);
+    port.Output(text);
+    std::string sent;
+    std::thread reader([&] {
+        while (sent.size() < text.size()) {
+            const std::string more = device.Received(5'000);
+            if (more.empty())
+                break;
+            sent += more;
+        }
+    });
+    port.Close();
+    reader.join();
+    EXPECT_EQ(sent, text);
+
+    ASSERT_EQ(port.Open(), PortOk);
+    port.Output(text);
+    QElapsedTimer clock;
+    clock.start();
+    port.Close();
+    EXPECT_LT(clock.elapsed(), 5'000);
+    EXPECT_FALSE(port.PortOpen());
 }
 
 TEST_F(SerialControl, ArrivalRaisesOnCommFromThePumpOnly)

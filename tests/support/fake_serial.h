@@ -67,6 +67,7 @@ public:
     }
     void Close() override
     {
+        flush();
         if (m_open)
             note(Event::Kind::Closed, "");
         m_open = false;

@@ -3,10 +3,15 @@
 #include "platform/qt/com_port_names.h"
 
 #include <QAbstractEventDispatcher>
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <poll.h>
+#include <sys/ioctl.h>
 #include <termios.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -94,7 +99,7 @@ int QtSerialControl::Open()
     }
     applyLine();
     applyFlow();
-    m_port.clear();
+    m_port.clear(QSerialPort::Input); // what was sent before the opening may still be under way
     return m_port.isOpen() ? PortOk : PortAbsent;
 }
 
@@ -114,13 +119,45 @@ int QtSerialControl::openError() const
 
 void QtSerialControl::Close()
 {
-    m_out.clear();
     if (m_port.isOpen()) {
-        // Otherwise the system would go on sending, and hold the program up while the other side doesn't take it.
-        tcflush(m_port.handle(), TCOFLUSH);
+        const QSignalBlocker quiet(m_port); // a failure or an arrival now must not come back in here
+        // The system would go on sending what is left, and hold the program up while the other side doesn't take it.
+        if (!drain())
+            tcflush(m_port.handle(), TCOFLUSH);
         m_port.close();
     }
+    m_out.clear();
     m_claim.Release();
+}
+
+// Gives what is queued the time to leave, without serving events; the closing puts the former speed back, which would
+// garble it. True if all of it has left.
+bool QtSerialControl::drain()
+{
+    constexpr std::chrono::milliseconds Longest(250);
+    constexpr std::chrono::milliseconds Pause(1);
+    const auto end = std::chrono::steady_clock::now() + Longest;
+    bool alive = writeQueued();
+    while (alive && isSending() && std::chrono::steady_clock::now() < end) {
+        pollfd device{static_cast<int>(m_port.handle()), POLLOUT, 0};
+        if (m_port.bytesToWrite() > 0 && poll(&device, 1, 0) == 1)
+            alive = m_port.flush();
+        else
+            std::this_thread::sleep_for(Pause);
+    }
+    return alive && !isSending();
+}
+
+// A device that can't tell how much it still holds counts as done.
+bool QtSerialControl::isSending() const
+{
+    const auto handle = static_cast<int>(m_port.handle());
+    int waiting = 0;
+    int line = 0;
+    if (ioctl(handle, TIOCOUTQ, &waiting) != 0)
+        waiting = 0;
+    const bool inTransmitter = ioctl(handle, TIOCSERGETLSR, &line) == 0 && !(line & TIOCSER_TEMT);
+    return m_port.bytesToWrite() > 0 || waiting > 0 || inTransmitter;
 }
 
 std::string QtSerialControl::DeviceName(int port) const
@@ -231,24 +268,29 @@ void QtSerialControl::takeError(QSerialPort::SerialPortError error)
         Close();
 }
 
-// Straight to the device, which spares a round through the event loop for every command; QSerialPort gets only what the
-// device does not take at once.
 void QtSerialControl::sendQueued()
 {
+    if (!writeQueued())
+        Close();
+}
+
+// Straight to the device, which spares a round through the event loop for every command; QSerialPort gets only what the
+// device does not take at once. False if the device is gone.
+bool QtSerialControl::writeQueued()
+{
     if (m_out.empty())
-        return;
+        return true;
     const std::string bytes = std::exchange(m_out, {});
     size_t sent = 0;
     if (m_port.bytesToWrite() == 0) {
         const ssize_t written = ::write(static_cast<int>(m_port.handle()), bytes.data(), bytes.size());
-        if (written < 0 && errno != EAGAIN && errno != EINTR) {
-            Close();
-            return;
-        }
+        if (written < 0 && errno != EAGAIN && errno != EINTR)
+            return false;
         sent = static_cast<size_t>(std::max<ssize_t>(written, 0));
     }
     if (sent < bytes.size())
         m_port.write(bytes.data() + sent, static_cast<qint64>(bytes.size() - sent));
+    return true;
 }
 
 } // namespace harvelop

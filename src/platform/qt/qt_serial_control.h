@@ -53,6 +53,9 @@ private:
     void takeArrival();
     void takeError(QSerialPort::SerialPortError error);
     void sendQueued();
+    bool writeQueued();
+    bool drain();
+    bool isSending() const;
 
     const SettingsStore& m_store;
     QSerialPort m_port;
