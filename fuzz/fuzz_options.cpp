@@ -1,4 +1,5 @@
 // Any bytes as `options.ini`: reading must not fail, and what is then saved must say the same when it is read again.
+// Any bytes as a value: they stay in its line.
 #include "core/text_lines.h"
 #include "hold.h"
 #include "settings/option_keys.h"
@@ -57,11 +58,14 @@ void checkShape(const std::string& saved)
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
 {
-    Reader first(std::string(reinterpret_cast<const char*>(data), size));
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    Reader first(text);
     const std::string saved = first.saved();
     checkShape(saved);
     Reader second(saved);
     fuzz::Hold(second.saved() == saved || holdsAKey(first.options), "a saved file reads as it was");
     second.store.NextIconKey();
+    second.options.SMTPPassword = text; // as pasted into its field
+    checkShape(second.saved());
     return 0;
 }

@@ -59,6 +59,13 @@ size_t FindIgnoringCase(std::string_view text, std::string_view part)
     }
 }
 
+std::string OneLine(std::string text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    return text;
+}
+
 std::string KeepAllowed(std::string_view text, std::string_view allowed)
 {
     std::string kept;

@@ -36,6 +36,9 @@ inline bool Holds(std::string_view text, std::string_view part)
     return text.find(part) != std::string_view::npos;
 }
 
+// `text` with a blank for each CR and LF: what is written as a part of one line must not begin another.
+std::string OneLine(std::string text);
+
 // `text` with only the characters that occur in `allowed`.
 std::string KeepAllowed(std::string_view text, std::string_view allowed);
 

@@ -4,6 +4,7 @@
 #include "core/text_numbers.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace harvelop
 {
@@ -122,10 +123,7 @@ std::string RecordText(const LoggerRecord& record)
             std::replace(value.begin(), value.end(), ',', '|');
         text.append(value).append(",");
     }
-    // A record is one line: what a logger has answered must not begin another.
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-    return text;
+    return OneLine(std::move(text)); // what a logger has answered may hold line ends
 }
 
 void ParseRecord(const std::string& text, LoggerRecord& record)

@@ -93,7 +93,7 @@ void OptionsStore::SaveOptions()
 {
     std::string text;
     for (const OptionKey& row : SavedOptionKeys())
-        text.append(row.key).append("=").append(OptionText(m_options, row.written)).append(CrLf);
+        text.append(row.key).append("=").append(OneLine(OptionText(m_options, row.written))).append(CrLf);
     ReplaceFile(m_files, path(), text);
     if (SaveFoundLoggers)
         SaveFoundLoggers();

@@ -55,6 +55,12 @@ TEST(Holds, RegardsCase)
     EXPECT_FALSE(Holds("kr400", "KR4"));
 }
 
+TEST(OneLine, HasABlankForEachCharacterOfALineEnd)
+{
+    EXPECT_EQ(OneLine("a\r\nb\nc\rd\te"), "a  b c d\te");
+    EXPECT_EQ(OneLine(""), "");
+}
+
 TEST(KeepAllowed, DropsEverythingElseAndKeepsTheOrder)
 {
     EXPECT_EQ(KeepAllowed("a1-b2", "0123456789"), "12");

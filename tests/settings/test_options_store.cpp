@@ -226,6 +226,16 @@ TEST_F(OptionsStoreTest, LinesMayEndInAnyWay)
     EXPECT_EQ(store.ReadOption("Options", "FTPUserName"), "d");
 }
 
+TEST_F(OptionsStoreTest, LineEndInAValueIsSavedAsABlank)
+{
+    options.SiteID = "x\nIcons=77";
+    options.SMTPPassword = "a\r\nb\r";
+    options.Icons = "3";
+    store.SaveOptions();
+    EXPECT_THAT(saved(), HasSubstr("SiteID=x Icons=77\r\n"));
+    EXPECT_THAT(saved(), HasSubstr("SMTPPassword=a  b \r\n"));
+}
+
 TEST_F(OptionsStoreTest, TerminalSizeOfZeroBecomesTheStandardOne)
 {
     holds("TerminalTop=0\r\nTerminalLeft=0\r\nTerminalWidth=0\r\nTerminalHeight=0\r\nTransmitHeight1=0\r\n");
