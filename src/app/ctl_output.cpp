@@ -52,6 +52,14 @@ bool isControl(char c)
     return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
 }
 
+// "2" of a logger of the older family, "KR200 Series 2"; empty for the KR4 family.
+std::string seriesOf(const std::string& model)
+{
+    constexpr std::string_view Word = " Series ";
+    const size_t at = model.rfind(Word);
+    return at == std::string::npos ? std::string() : model.substr(at + Word.size());
+}
+
 // "A" for the entries that the model's family names, a number for the rest.
 std::string entryName(const LoggerRecord& record, int entry)
 {
@@ -94,6 +102,7 @@ std::string LoggersAsJson(const LoggerTables& tables)
         all.push_back({{"number", number},
                        {"name", LoggerListLine(r)},
                        {"model", r.LoggerModel},
+                       {"series", seriesOf(r.LoggerModel)},
                        {"serial", r.LoggerSerial},
                        {"version", r.LoggerVersion},
                        {"link", r.LoggerLinkType},

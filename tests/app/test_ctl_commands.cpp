@@ -74,6 +74,7 @@ TEST(CtlCommands, FindStoresEveryLoggerOfTheMachine)
         EXPECT_EQ(list[i]["version"], expected[i][2]);
         EXPECT_EQ(list[i]["port"], expected[i][3]);
         EXPECT_EQ(list[i]["baud"], expected[i][4]);
+        EXPECT_EQ(list[i]["series"], std::string(i == 0 ? "1" : i == 1 ? "3" : ""));
         EXPECT_EQ(list[i]["key"], "::" + std::to_string(i + 2));
     }
 }
