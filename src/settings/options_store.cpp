@@ -42,21 +42,21 @@ std::string OptionsStore::path() const
     return m_state.AppPath + "options.ini";
 }
 
-void OptionsStore::writeDefaultOptions()
+bool OptionsStore::writeDefaultOptions()
 {
     std::string text;
     for (const std::string_view line : DefaultOptionLines())
         text.append(line).append(CrLf);
-    m_files.Replace(path(), text);
+    return m_files.Replace(path(), text);
 }
 
 std::string OptionsStore::ReadOption(const std::string& section, const std::string& key)
 {
     const FileText file = m_files.Read(path());
-    if (file.state == FileState::NotFound) {
+    if (file.state == FileState::NotFound && !m_notCreated) {
         if (FindComPorts)
             FindComPorts();
-        writeDefaultOptions();
+        m_notCreated = !writeDefaultOptions();
         return {};
     }
     if (file.state != FileState::Read)
@@ -94,7 +94,8 @@ void OptionsStore::SaveOptions()
     std::string text;
     for (const OptionKey& row : SavedOptionKeys())
         text.append(row.key).append("=").append(OneLine(OptionText(m_options, row.written))).append(CrLf);
-    ReplaceFile(m_files, path(), text);
+    if (ReplaceFile(m_files, path(), text))
+        m_notCreated = false;
     if (SaveFoundLoggers)
         SaveFoundLoggers();
 }

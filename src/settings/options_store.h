@@ -28,8 +28,8 @@ public:
     // Reads one key from the file and assigns it to its variable; gives the value's text, "" if the key is absent. The
     // section only chooses which variables can be assigned: "Options", "tallyCores" or "Terminal"; any other assigns
     // none. A value that does not convert leaves the variable as it was. A missing file is created with the defaults,
-    // and that request gives "" whatever the defaults hold; a file that can't be read assigns nothing. Each call reads
-    // the file afresh.
+    // and that request gives "" whatever the defaults hold; if that fails, it is not tried again before a save has
+    // succeeded. A file that is not there or can't be read assigns nothing. Each call reads the file afresh.
     std::string ReadOption(const std::string& section, const std::string& key);
 
     // All keys that a start asks for, in their order.
@@ -48,11 +48,12 @@ public:
 
 private:
     std::string path() const;
-    void writeDefaultOptions();
+    bool writeDefaultOptions();
 
     Options& m_options;
     const ProgramState& m_state;
     DataFiles& m_files;
+    bool m_notCreated = false; // each try searches the ports and is told on stderr: one is enough
 };
 
 } // namespace harvelop

@@ -314,10 +314,40 @@ TEST_F(OptionsStoreTest, FullDiskKeepsFileAndVariables)
 
 TEST_F(OptionsStoreTest, FullDiskAtFirstRunGivesNothing)
 {
+    struct FullDisk : MemoryFiles {
+        bool Replace(const std::string&, const std::string&) override
+        {
+            ++tries;
+            return false;
+        }
+        int tries = 0;
+    } disk;
+    OptionsStore onFullDisk(options, state, disk);
+    int portSearches = 0;
+    onFullDisk.FindComPorts = [&] { ++portSearches; };
+    onFullDisk.ReadAllOptions();
+    onFullDisk.LoadTerminalGeometry();
+    EXPECT_EQ(onFullDisk.ReadOption("Options", "ModemTimeout"), "");
+    EXPECT_EQ(options.ModemTimeout, "");
+    EXPECT_EQ(portSearches, 1);
+    EXPECT_EQ(disk.tries, 1) << "the file is not tried again for each key";
+}
+
+TEST_F(OptionsStoreTest, FileThatCouldNotBeCreatedIsTriedAgainAfterASave)
+{
     files.full = true;
+    store.ReadOption("Options", "ModemTimeout");
+    store.SaveOptions();
+    files.full = false;
     EXPECT_EQ(store.ReadOption("Options", "ModemTimeout"), "");
-    EXPECT_EQ(store.ReadOption("Options", "ModemTimeout"), "");
-    EXPECT_TRUE(files.files.empty());
+    EXPECT_TRUE(files.files.empty()) << "a save that fails changes nothing";
+
+    options.SiteID = "north";
+    store.SaveOptions();
+    EXPECT_EQ(store.ReadOption("Options", "SiteID"), "north");
+    files.files.clear();
+    EXPECT_EQ(store.ReadOption("Options", "SiteID"), "");
+    EXPECT_EQ(saved(), GoldenFile("options_first_run.ini"));
 }
 
 TEST_F(OptionsStoreTest, UnreadableFileLeavesTheVariablesAndIsNotReplaced)
