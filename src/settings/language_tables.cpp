@@ -14,6 +14,7 @@ namespace harvelop
 namespace
 {
 
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF"; // common editors put it before the first line
 constexpr size_t Fonts = 5;
 constexpr std::array<std::string_view, Fonts> FontKeys = {"Font1=", "Font2=", "Font3=", "Font4=", "Font5="};
 constexpr size_t FontNameStart = 6; // a font's name stands here, wherever in the line its key does: that is meant
@@ -44,6 +45,8 @@ std::string cleaned(std::string_view line)
 
 LanguageLines readLines(std::string_view text)
 {
+    if (text.substr(0, ByteOrderMark.size()) == ByteOrderMark)
+        text.remove_prefix(ByteOrderMark.size());
     LanguageLines kept;
     LineReader lines(text);
     std::string_view line;
@@ -84,6 +87,14 @@ std::optional<MessageLine> splitMessage(std::string_view line)
     return MessageLine{static_cast<int>(*number), parts[1], parts[2], line};
 }
 
+// The place of a font by its digit; none for anything else.
+std::optional<size_t> fontOf(std::string_view digit)
+{
+    if (digit.size() != 1 || digit[0] < '1' || digit[0] >= static_cast<char>('1' + Fonts))
+        return std::nullopt;
+    return static_cast<size_t>(digit[0] - '1');
+}
+
 // Appends digits to the decimal text of a number. A character that is none, and a digit too many, is passed over.
 std::int16_t appendDigits(std::int16_t number, std::string_view digits)
 {
@@ -115,9 +126,8 @@ void LanguageTables::LoadLanguageFile()
         Entry& entry = m_entries[static_cast<size_t>(message->number - 1)];
         entry.text += message->text;
         entry.fontSize = appendDigits(entry.fontSize, message->size);
-        const auto font = ToInt16(message->font);
-        if (font && *font >= 1 && *font <= static_cast<int>(Fonts))
-            entry.fontName = kept.fontNames[static_cast<size_t>(*font - 1)];
+        if (const auto font = fontOf(message->font))
+            entry.fontName = kept.fontNames[*font];
     }
 }
 

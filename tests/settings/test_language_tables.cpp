@@ -95,8 +95,8 @@ TEST_F(LanguageTest, LaterFontLineReplacesTheFormerForAllLines)
 
 TEST_F(LanguageTest, DigitOfNoFontGivesNoName)
 {
-    load("Font1=Arial\r\n3:0:9:a\r\n4:6:9:b\r\n5:x:9:c\r\n6::9:d\r\n");
-    for (const int number : {3, 4, 5, 6}) {
+    load("Font1=Arial\r\n3:0:9:a\r\n4:6:9:b\r\n5:x:9:c\r\n6::9:d\r\n7:1.4:9:e\r\n8:01:9:f\r\n9: 1:9:g\r\n");
+    for (const int number : {3, 4, 5, 6, 7, 8, 9}) {
         EXPECT_EQ(language.LangFontName(number), "");
         EXPECT_EQ(language.LangFontSize(number), 9);
         EXPECT_NE(language.LangText(number), "");
@@ -136,6 +136,18 @@ TEST_F(LanguageTest, ReadingStopsBehindTheThousandthMessageLine)
     EXPECT_EQ(language.LangText(1), "last");
     EXPECT_EQ(language.LangText(2), "");
     EXPECT_EQ(language.LangFontName(1), "") << "nor is a font read from behind it";
+}
+
+TEST_F(LanguageTest, ByteOrderMarkIsNoPartOfTheFirstLine)
+{
+    load("\xEF\xBB\xBF"
+         "1:1:9:first\r\n");
+    EXPECT_EQ(language.LangText(1), "first");
+    load("\xEF\xBB\xBF"
+         "Font1=Arial\r\n1:1:9:first\r\n");
+    EXPECT_EQ(language.LangFontName(1), "Arial");
+    load("\xEF\xBB\xBF");
+    EXPECT_EQ(language.LangText(1), "");
 }
 
 TEST_F(LanguageTest, OtherLinesAreIgnored)
