@@ -63,6 +63,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
     }
 
     first.records.SaveFoundLoggers();
+    fuzz::Hold(first.records.Saved() || first.files.files["found.ini"] == text, "a line too many is not lost");
     Reader second(first.files.files["found.ini"]);
     fuzz::Hold(second.tables.Count() == first.tables.Count() || cutAgain, "no record is lost or made by a save");
     second.records.SaveFoundLoggers();

@@ -229,6 +229,7 @@ void LoggerViewing::ForgetFoundLoggers()
 {
     for (const int slot : FreeSlots(m_tables))
         m_tables.FoundLoggerStrings[static_cast<size_t>(slot - 1)].clear();
+    m_records.GiveUpFile();
     // What was entered by hand is at no moment without its place in the file.
     if (m_tables.Count() > 0)
         m_records.SaveFoundLoggers();

@@ -55,6 +55,8 @@ std::string LoggerRecords::path() const
 
 void LoggerRecords::SaveFoundLoggers()
 {
+    if (m_lineTooMany)
+        return; // the file holds more than the slots took in: a save would lose the rest
     std::string text;
     int count = 0;
     for (const std::string& record : m_tables.FoundLoggerStrings)
@@ -69,6 +71,7 @@ void LoggerRecords::LoadFoundLoggers()
 {
     m_tables.FoundLoggerStrings.fill("");
     m_tables.HaveFoundLoggers = false;
+    m_lineTooMany = false;
     const FileText file = m_unsaved ? FileText{FileState::Read, *m_unsaved} : m_files.Read(path());
     LineReader lines(file.text);
     std::string_view line;
@@ -77,7 +80,8 @@ void LoggerRecords::LoadFoundLoggers()
         if (!HoldsIgnoringCase(line, RecordKey))
             continue;
         m_tables.HaveFoundLoggers = true;
-        if (row == m_tables.FoundLoggerStrings.size())
+        m_lineTooMany = row == m_tables.FoundLoggerStrings.size();
+        if (m_lineTooMany)
             return; // a line too many leaves all records unsplit: that is meant
         m_tables.FoundLoggerStrings[row++] = recordIn(line);
     }

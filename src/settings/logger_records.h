@@ -37,12 +37,16 @@ public:
 
     // Writes `found.ini` from the slots' texts, numbered from 1 without gaps. Nothing is shown if that fails; what
     // could not be saved then stands in for the file, so that the loggers in work are neither lost nor mixed with older
-    // ones. A file that stands there and can't be read is not replaced.
+    // ones. A file that stands there and can't be read is not replaced, nor is one with a line too many.
     void SaveFoundLoggers();
-    bool Saved() const { return !m_unsaved; } // the last save succeeded
+    bool Saved() const { return !m_unsaved && !m_lineTooMany; } // no save has failed or been left out
+
+    // The user gives up what the file holds, also a line too many: it may be saved over again.
+    void GiveUpFile() { m_lineTooMany = false; }
 
     // Reads `found.ini` into the slots and splits each into the tables. A missing file means no records. A line too
-    // many ends it before any record is split.
+    // many ends it before any record is split; no save then touches the file until a load takes it in whole or
+    // `GiveUpFile`.
     void LoadFoundLoggers();
 
     // Splits the text of slot n into the tables; nothing outside 1 to 50.
@@ -65,6 +69,7 @@ private:
     LoggerPanels& m_panels;
     DataFiles& m_files;
     std::optional<std::string> m_unsaved; // the text of a save that failed
+    bool m_lineTooMany = false;           // the last load stopped at a line for which there is no slot
 };
 
 } // namespace harvelop

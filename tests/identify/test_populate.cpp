@@ -134,6 +134,28 @@ TEST(Populate, ASearchUnloadsThePanelsOfBeforeAndNoSaveBringsTheirLoggersBack)
     EXPECT_EQ(t.heart.panels.At(1), nullptr);
 }
 
+TEST(Populate, FindsReplaceAFileWithALineTooMany)
+{
+    PanelProgram t;
+    std::string tooLong;
+    for (int n = 1; n <= MaxLoggers + 1; ++n)
+        tooLong += std::to_string(n) + "tallyCoreSettings=" + RecordText(SerialRecord("KR41", "3")) + "\r\n";
+    t.files.files[TestProgram::FoundIni] = tooLong;
+    t.heart.records.LoadFoundLoggers();
+    t.heart.viewing.RebuildList();
+    t.heart.state.cbxUnload_TallyCores.Select(0);
+    t.serial.Plug(4, Logger("KR40", "", "5.06.0001", "012345"), "57600");
+    t.View();
+    EXPECT_EQ(t.files.files[TestProgram::FoundIni], tooLong) << "a look at a logger loses none";
+
+    t.dialogs.Expect(BoxAnswer::Ok);
+    t.Find(" All Ports");
+    EXPECT_EQ(t.heart.tables.Count(), 1);
+    EXPECT_EQ(t.Record(1).LoggerModel, "KR40");
+    EXPECT_EQ(t.files.files[TestProgram::FoundIni], "1tallyCoreSettings=" + RecordText(t.Record(1)) + "\r\n");
+    EXPECT_TRUE(t.heart.records.Saved());
+}
+
 TEST(Populate, AFindOpensThePanelOfEachLogger)
 {
     PanelProgram t;

@@ -1,3 +1,4 @@
+#include "core/text_lines.h"
 #include "settings/golden_file.h"
 #include "settings/logger_records.h"
 #include "settings/sample_loggers.h"
@@ -78,6 +79,25 @@ TEST_F(LoggerRecordsTest, ContractFileIsReadBack)
     EXPECT_EQ(record(3).LoggerTcpPort, "3000");
     records.SaveFoundLoggers();
     EXPECT_EQ(foundIni(), GoldenFile("found.ini"));
+}
+
+TEST_F(LoggerRecordsTest, LineEndsOfAnyKindAreReadAndWrittenBackAsTheContract)
+{
+    for (const char* lineEnd : {"\n", "\r"}) {
+        const std::string contract = GoldenFile("found.ini");
+        foundIni().clear();
+        LineReader lines(contract);
+        for (std::string_view line; lines.Next(line);)
+            foundIni().append(line).append(lineEnd);
+        ASSERT_NE(foundIni(), contract);
+        records.LoadFoundLoggers();
+        EXPECT_EQ(tables.Count(), 3);
+        EXPECT_EQ(RecordText(record(1)), RecordText(SerialLogger()));
+        EXPECT_EQ(RecordText(record(2)), RecordText(ModemLogger()));
+        EXPECT_EQ(RecordText(record(3)), RecordText(NetworkLogger()));
+        records.SaveFoundLoggers();
+        EXPECT_EQ(foundIni(), contract);
+    }
 }
 
 TEST_F(LoggerRecordsTest, SaveNumbersWithoutGaps)
@@ -163,6 +183,51 @@ TEST_F(LoggerRecordsTest, LineTooManyLeavesAllRecordsUnsplit)
     EXPECT_EQ(tables.Count(), 50);
     for (int n = 1; n <= 50; ++n)
         EXPECT_EQ(record(n).LoggerSerial, "") << n;
+}
+
+TEST_F(LoggerRecordsTest, FileWithALineTooManyIsLeftAlone)
+{
+    fileOf(51);
+    const std::string before = foundIni();
+    records.LoadFoundLoggers();
+    slot(2).clear();
+    records.BuildLoggerSettings(1); // of the unsplit record, as a panel that opens builds it
+    EXPECT_EQ(foundIni(), before);
+    EXPECT_FALSE(records.Saved());
+
+    records.LoadFoundLoggers();
+    EXPECT_EQ(tables.Count(), 50) << "what was not saved does not stand in for the file";
+    EXPECT_EQ(record(2).LoggerSerial, "");
+    records.SaveFoundLoggers();
+    EXPECT_EQ(foundIni(), before);
+    EXPECT_TRUE(files.writes.empty());
+}
+
+TEST_F(LoggerRecordsTest, FileIsSavedAgainOnceItIsTakenInWhole)
+{
+    fileOf(51);
+    records.LoadFoundLoggers();
+    records.SaveFoundLoggers();
+    foundIni().clear();
+    fileOf(2);
+    records.LoadFoundLoggers();
+    EXPECT_EQ(record(2).LoggerSerial, "s2");
+    slot(1).clear();
+    records.SaveFoundLoggers();
+    EXPECT_TRUE(records.Saved());
+    EXPECT_EQ(foundIni(), "1tallyCoreSettings=" + slot(2) + "\r\n");
+}
+
+TEST_F(LoggerRecordsTest, FileThatIsGivenUpIsReplaced)
+{
+    fileOf(51);
+    records.LoadFoundLoggers();
+    tables.FoundLoggerStrings.fill("");
+    slot(1) = "a,";
+    records.GiveUpFile();
+    records.SaveFoundLoggers();
+    EXPECT_TRUE(records.Saved());
+    EXPECT_EQ(foundIni(), "1tallyCoreSettings=a,\r\n");
 }
 
 TEST_F(LoggerRecordsTest, RecordIsBuiltFromThePanelAndTheTables)
