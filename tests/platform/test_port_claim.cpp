@@ -71,8 +71,11 @@ TEST_F(PortClaimTest, WhatIsNoPortIsAbsent)
     const std::string path = folder.path().toStdString();
     std::ofstream(path + "/file") << "text";
     fs::create_symlink(path + "/nowhere", path + "/link");
-    for (const std::string& device : {std::string(), path + "/none", path + "/file", path + "/link", path,
-                                      path + "/file/below", std::string("/dev/null")})
+    fs::create_symlink("round", path + "/round");
+    ASSERT_EQ(mkfifo((path + "/fifo").c_str(), 0666), 0);
+    for (const std::string& device :
+         {std::string(), path + "/none", path + "/file", path + "/link", path, path + "/round", path + "/fifo",
+          path + "/" + std::string(300, 'x'), path + "/file/below", std::string("/dev/null")})
         EXPECT_EQ(claim.Take(device), PortAbsent) << device;
 }
 
@@ -155,9 +158,18 @@ TEST_F(PortClaimTest, LockFileThatNobodyStandsBehindIsPassedOver)
                                     std::string("-1\n"), std::to_string(getpid())}) {
         const LockFile file(port, text);
         EXPECT_EQ(claim.Take(port.Name()), PortOk) << text;
-        EXPECT_TRUE(claim.HasLockFile());
+        EXPECT_EQ(claim.LockRefused(), PortNoPermission) << text;
+        EXPECT_EQ(claim.Holder(), "");
     }
-    EXPECT_FALSE(claim.HasLockFile());
+}
+
+TEST_F(PortClaimTest, LockFileThatIsMadeInTheMiddleMakesThePortBusy)
+{
+    ASSERT_EQ(claim.Take(port.Name()), PortOk);
+    const ChildProcess other([] {});
+    const LockFile file(port, std::to_string(other.Id()));
+    EXPECT_EQ(claim.LockRefused(), PortBusy);
+    EXPECT_EQ(claim.Holder(), Named(other));
 }
 
 TEST_F(PortClaimTest, LinkIsHeldUnderItsRealName)

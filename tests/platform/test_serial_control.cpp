@@ -9,9 +9,11 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <thread>
 
@@ -99,6 +101,37 @@ TEST_F(SerialControl, BusyPortIsToldWithItsHolderAndStaysClosed)
     EXPECT_EQ(port.Open(), PortBusy);
     EXPECT_EQ(port.Holder(), "test_platform (process " + std::to_string(other.Id()) + ")");
     EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(SerialControl, LeftoverLockFileOfAnotherUserIsAMatterOfPermission)
+{
+    ASSERT_EQ(chmod(device.Name().c_str(), 0666), 0);
+    ChildProcess ended([] {});
+    const std::string path = "/run/lock/LCK..pts_" + device.Name().substr(device.Name().rfind('/') + 1);
+    std::ofstream(path) << ended.Id() << "\ntest_platform\nhost\n";
+    ended.Kill();
+    struct stat folder {
+    };
+    const bool sticky =
+        stat("/run/lock", &folder) == 0 && (folder.st_mode & (S_ISVTX | S_IWOTH)) == (S_ISVTX | S_IWOTH);
+    if (geteuid() == 0 && sticky) {
+        const PlainUser user;
+        EXPECT_EQ(port.Open(), PortNoPermission);
+        EXPECT_EQ(port.Holder(), "");
+    }
+    unlink(path.c_str());
+    if (geteuid() != 0 || !sticky)
+        GTEST_SKIP() << "there is no other user whose file stays";
+}
+
+TEST_F(SerialControl, PortOfAKilledProgramIsFreeThoughSomebodyElseHasItOpen)
+{
+    const int other = ::open(device.Name().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    ASSERT_EQ(port.Open(), PortOk);
+    int exclusive = -1;
+    EXPECT_EQ(ioctl(other, TIOCGEXCL, &exclusive), 0);
+    EXPECT_EQ(exclusive, 0);
+    close(other);
 }
 
 TEST_F(SerialControl, TwoControlsCannotShareAPort)
@@ -339,6 +372,58 @@ TEST_F(SerialControl, ClosingWaitsForADeviceThatTakesItSlowlyButNotForOneThatNev
     port.Close();
     EXPECT_LT(clock.elapsed(), 5'000);
     EXPECT_FALSE(port.PortOpen());
+}
+
+TEST_F(SerialControl, OnlyXonEndsAnXoff)
+{
+    port.Handshaking(1);
+    ASSERT_EQ(port.Open(), PortOk);
+    const auto flow = [&] {
+        termios line{};
+        EXPECT_EQ(tcgetattr(device.Device(), &line), 0);
+        return line.c_iflag & (IXON | IXOFF | IXANY);
+    };
+    EXPECT_EQ(flow(), unsigned(IXON | IXOFF));
+    port.Settings("1200,E,7,2");
+    EXPECT_EQ(flow(), unsigned(IXON | IXOFF));
+    port.Handshaking(0);
+    EXPECT_EQ(flow(), 0U);
+    port.Handshaking(1);
+    EXPECT_EQ(flow(), unsigned(IXON | IXOFF));
+}
+
+TEST_F(SerialControl, XoffHoldsOutputUntilXon)
+{
+    port.Handshaking(1);
+    ASSERT_EQ(port.Open(), PortOk);
+    device.Send("\x13reply");
+    ASSERT_TRUE(ServeUntil([&] { return arrived == "reply"; }));
+    port.Output("held");
+    ServeAWhile();
+    EXPECT_TRUE(port.PortOpen());
+    EXPECT_EQ(device.Received(), "");
+    device.Send("\x11");
+    std::string sent;
+    EXPECT_TRUE(ServeUntil([&] { return (sent += device.Received()).size() >= 4; }));
+    EXPECT_EQ(sent, "held");
+}
+
+TEST_F(SerialControl, XoffDoesNotHoldTheClosingUp)
+{
+    port.Handshaking(1);
+    ASSERT_EQ(port.Open(), PortOk);
+    device.Send("\x13reply");
+    ASSERT_TRUE(ServeUntil([&] { return arrived == "reply"; }));
+    for (const char* text : {"served", "queued"}) {
+        port.Output(text);
+        pump.ServePending();
+    }
+    QElapsedTimer clock;
+    clock.start();
+    port.Close();
+    EXPECT_LT(clock.elapsed(), 5'000);
+    EXPECT_EQ(port.Open(), PortOk);
+    EXPECT_EQ(device.Received(), "");
 }
 
 TEST_F(SerialControl, ArrivalRaisesOnCommFromThePumpOnly)

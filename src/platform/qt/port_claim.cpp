@@ -32,6 +32,8 @@ int PortErrorOf(int systemError)
     switch (systemError) {
     case ENOENT:
     case ENOTDIR:
+    case ELOOP:
+    case ENAMETOOLONG:
     case EIO:
     case ENXIO:
     case ENODEV:
@@ -120,13 +122,19 @@ int PortClaim::Take(const std::string& device)
         return error ? PortErrorOf(error.value()) : PortAbsent;
     if (!fs::is_character_file(m_device, error))
         return PortAbsent;
+    return isLocked() ? PortBusy : open();
+}
+
+// Notes who has made a lock file, if they are alive.
+bool PortClaim::isLocked()
+{
     for (const fs::path& lockFile : LockFiles(m_device)) {
         if (const auto holder = LockHolder(lockFile)) {
             m_holder = ProcessName(*holder);
-            return PortBusy;
+            return true;
         }
     }
-    return open();
+    return false;
 }
 
 int PortClaim::open()
@@ -156,11 +164,10 @@ int PortClaim::refuse(int error)
     return error;
 }
 
-bool PortClaim::HasLockFile() const
+int PortClaim::LockRefused()
 {
-    const auto files = LockFiles(m_device);
-    std::error_code error;
-    return std::any_of(files.begin(), files.end(), [&](const fs::path& file) { return fs::exists(file, error); });
+    Release();
+    return isLocked() ? PortBusy : PortNoPermission;
 }
 
 } // namespace harvelop

@@ -22,10 +22,12 @@ public:
     const std::string& Device() const { return m_device; }
     // After PortBusy: "minicom (process 1234)", or empty if not known.
     const std::string& Holder() const { return m_holder; }
-    // True if a lock file stands for the device, of whatever age.
-    bool HasLockFile() const;
+    // Lets go after the device's lock file could not be made. Gives PortBusy if somebody alive was faster, otherwise
+    // PortNoPermission: what is left of an ended program is another user's, and this one may not remove it.
+    int LockRefused();
 
 private:
+    bool isLocked();
     int refuse(int error);
     int open();
 

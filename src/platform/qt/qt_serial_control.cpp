@@ -97,6 +97,9 @@ int QtSerialControl::Open()
         m_claim.Release();
         return openError();
     }
+    // Lock file and claim keep others out and end with this program. This mark of QSerialPort's would outlive a killed
+    // one for as long as anybody else has the device open.
+    ioctl(static_cast<int>(m_port.handle()), TIOCNXCL);
     applyLine();
     applyFlow();
     m_port.clear(QSerialPort::Input); // what was sent before the opening may still be under way
@@ -105,13 +108,13 @@ int QtSerialControl::Open()
 
 // The device itself could be opened by the claim, so what is left is QSerialPort's own lock file, or a device that went
 // away in between.
-int QtSerialControl::openError() const
+int QtSerialControl::openError()
 {
     switch (m_port.error()) {
     case QSerialPort::DeviceNotFoundError:
         return PortAbsent;
     case QSerialPort::PermissionError:
-        return m_claim.HasLockFile() ? PortBusy : PortFailed;
+        return m_claim.LockRefused();
     default:
         return PortFailed;
     }
@@ -209,8 +212,20 @@ void QtSerialControl::applyFlow()
     if (!m_port.isOpen())
         return;
     m_port.setFlowControl(FlowControlOf(m_handshaking));
+    resumeByXonOnly();
     if (m_port.flowControl() != QSerialPort::HardwareControl) // there the line is the driver's
         m_port.setRequestToSend(m_rts);
+}
+
+// QSerialPort lets any character end an XOFF.
+void QtSerialControl::resumeByXonOnly()
+{
+    const auto handle = static_cast<int>(m_port.handle());
+    termios line{};
+    if (tcgetattr(handle, &line) != 0 || !(line.c_iflag & IXANY))
+        return;
+    line.c_iflag &= ~static_cast<tcflag_t>(IXANY);
+    tcsetattr(handle, TCSANOW, &line);
 }
 
 void QtSerialControl::ClearInBuffer()

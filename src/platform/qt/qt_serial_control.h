@@ -47,9 +47,10 @@ public:
     void Output(std::string_view bytes) override;
 
 private:
-    int openError() const;
+    int openError();
     void applyLine();
     void applyFlow();
+    void resumeByXonOnly();
     void takeArrival();
     void takeError(QSerialPort::SerialPortError error);
     void sendQueued();
