@@ -39,9 +39,18 @@ public:
     virtual void Close() = 0;
 };
 
+// `frmAddTallyCore`, which stands before all windows, boxes included.
+class AddForm
+{
+public:
+    virtual ~AddForm() = default;
+    virtual void SetTopmost(bool topmost) = 0;
+};
+
 struct Forms {
     OptionsForm* options = nullptr;
     TerminalForm* terminal = nullptr;
+    AddForm* add = nullptr;
     // Makes and loads the progress window on its first use. It outlives all work.
     std::function<MessageForm*()> loadMessages;
 };

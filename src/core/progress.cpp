@@ -19,6 +19,22 @@ void Progress::HideMessageForm()
         m_form->SetVisible(false);
 }
 
+void Progress::ClearTopmost()
+{
+    setTopmost(false);
+}
+
+void Progress::SetTopmost()
+{
+    setTopmost(true);
+}
+
+void Progress::setTopmost(bool topmost)
+{
+    if (m_state.AddDialogOpen && m_forms.add)
+        m_forms.add->SetTopmost(topmost);
+}
+
 void Progress::ShowProgressText(const std::string& text)
 {
     if (m_state.StopLinkWork)

@@ -1,4 +1,4 @@
-// The one progress window: a caption that names the step, and a bar.
+// The one progress window: a caption that names the step, and a bar; and who stands before it.
 #pragma once
 
 #include "core/forms.h"
@@ -19,11 +19,18 @@ public:
     {
     }
 
-    // The first use loads the window. Neither does anything while `QuietConnect` is set.
+    // Neither does anything while `QuietConnect` is set. The first show loads the window; hiding never does, as the
+    // load locks the options panel and nobody would free it.
     void ShowMessageForm();
     void HideMessageForm();
 
-    // Names the step: on the window, or on the terminal's caption while `QuietConnect` is set.
+    // Lets an open `frmAddTallyCore` stand behind a box, and before all windows again; it is the only form that they
+    // act on.
+    void ClearTopmost();
+    void SetTopmost();
+
+    // Names the step: on the window, or on the terminal's caption while `QuietConnect` is set. With no terminal the
+    // text is lost: whoever connects for the terminal has loaded it.
     void ShowProgressText(const std::string& text);
 
     void SetProgressRange(int count); // empties the bar and sets its range
@@ -40,6 +47,7 @@ public:
     void Unloaded();
 
 private:
+    void setTopmost(bool topmost);
     void showBar();
 
     Forms& m_forms;

@@ -266,13 +266,11 @@ void LoggerViewing::DeleteLogger(int index)
 
 bool LoggerViewing::mayDelete()
 {
-    if (ClearTopmost)
-        ClearTopmost();
+    m_use.progress.ClearTopmost();
     m_use.progress.HideMessageForm();
     const BoxAnswer answer =
         m_use.dialogs.Show({m_use.language.Text(737) + " ?     ", BoxTitle, BoxIcon::Exclamation, BoxButtons::YesNo});
-    if (SetTopmost)
-        SetTopmost();
+    m_use.progress.SetTopmost();
     return answer == BoxAnswer::Yes;
 }
 

@@ -27,9 +27,6 @@ public:
                   ProgramState& state, DataFiles& files);
 
     std::function<void()> UnloadAddDialog; // closes `frmAddTallyCore` if it is open
-    // Let that dialog stand behind a box, and before all windows again; it is the only form that they act on.
-    std::function<void()> ClearTopmost;
-    std::function<void()> SetTopmost;
 
     // Adds logger n's line to the list: at its head, or at its place while a logger is being added. A missing serial
     // number becomes "none".

@@ -50,6 +50,29 @@ TEST_F(ProgressTest, HidingKeepsTheWindowLoaded)
     EXPECT_TRUE(state.MessagesLoaded);
 }
 
+TEST_F(ProgressTest, HidingNeverLoadsTheWindow)
+{
+    progress.HideMessageForm();
+    EXPECT_EQ(loads, 0);
+    EXPECT_FALSE(state.MessagesLoaded);
+}
+
+TEST_F(ProgressTest, TopmostActsOnAnOpenAddDialogOnly)
+{
+    FakeAddDialog add;
+    forms.add = &add;
+    progress.SetTopmost();
+    progress.ClearTopmost();
+    EXPECT_TRUE(add.steps.empty());
+    state.AddDialogOpen = true;
+    progress.ClearTopmost();
+    progress.SetTopmost();
+    EXPECT_EQ(add.steps, (std::vector<std::string>{"clear", "set"}));
+    forms.add = nullptr;
+    progress.SetTopmost();
+    EXPECT_EQ(add.steps.size(), 2u);
+}
+
 TEST_F(ProgressTest, NothingShowsOrHidesWhileConnectingForTheTerminal)
 {
     state.QuietConnect = true;

@@ -115,13 +115,13 @@ TEST(LoggerList, DeletingAsksFirst)
     PanelProgram t;
     t.StoreAndList(1, SerialRecord("KR200 Series 1", "4"));
     const auto files = t.files.files;
-    Lines order;
-    t.heart.viewing.ClearTopmost = [&] { order.emplace_back("clear"); };
-    t.heart.viewing.SetTopmost = [&] { order.emplace_back("set"); };
-    t.dialogs.whileShown = [&] { order.emplace_back("box"); };
+    FakeAddDialog add;
+    t.heart.forms.add = &add;
+    t.heart.state.AddDialogOpen = true;
+    t.dialogs.whileShown = [&] { add.steps.emplace_back("box"); };
     t.dialogs.Expect(BoxAnswer::No);
     t.heart.viewing.DeleteLogger(1);
-    EXPECT_EQ(order, (Lines{"clear", "box", "set"}));
+    EXPECT_EQ(add.steps, (Lines{"clear", "box", "set"}));
     EXPECT_EQ(t.dialogs.shown.at(0).text, "Are you sure you want to delete this tallyCore ?     ");
     EXPECT_EQ(t.dialogs.shown.at(0).title, " tallyCore Harvel");
     EXPECT_EQ(t.dialogs.shown.at(0).icon, BoxIcon::Exclamation);

@@ -49,6 +49,14 @@ public:
     int okFocused = 0;
 };
 
+class FakeAddDialog : public AddForm
+{
+public:
+    void SetTopmost(bool topmost) override { steps.emplace_back(topmost ? "set" : "clear"); }
+
+    std::vector<std::string> steps;
+};
+
 class FakeTerminal : public TerminalForm
 {
 public:
