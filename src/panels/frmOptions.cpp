@@ -131,8 +131,7 @@ void frmOptions::fillAccounts()
 
 void frmOptions::askFirstUse()
 {
-    const auto answer =
-        m_use.use.dialogs.Show({m_use.use.language.Text(550), boxTitle(), BoxIcon::Question, BoxButtons::YesNo});
+    const auto answer = showBox({m_use.use.language.Text(550), boxTitle(), BoxIcon::Question, BoxButtons::YesNo});
     if (answer == BoxAnswer::Yes) {
         // A port list that has changed since the last search may have nothing chosen.
         if (m_use.state.cbxUnload_Ports.Text().empty())
@@ -140,7 +139,8 @@ void frmOptions::askFirstUse()
         ShowPlaced(*this);
         FocusOk();
         m_use.use.waiting.WaitMs(100);
-        m_ui->cmdUnload_FindTallycores->click();
+        // Not by a click: in a locked installation, too, the user has said Yes.
+        m_use.portSearch.cmdUnload_FindTallycores_Click();
         m_use.use.progress.HideMessageForm();
     } else if (!m_use.state.LaunchCommand.empty()) {
         m_use.end.EndProgram();

@@ -155,6 +155,9 @@ private:
     void raisePanels();
     void unload();
 
+    // With nothing before it: the progress window is hidden, and the add dialog stands behind meanwhile.
+    BoxAnswer showBox(const Box& box);
+
     // Texts.
     void tsOptions_Click();
     void ApplyOptionsLanguage();

@@ -25,10 +25,19 @@ void frmOptions::connectButtons()
     onClick(m_ui->cmdApply, &frmOptions::cmdApply_Click);
 }
 
+BoxAnswer frmOptions::showBox(const Box& box)
+{
+    m_use.use.progress.HideMessageForm();
+    m_use.use.progress.ClearTopmost();
+    const BoxAnswer answer = m_use.use.dialogs.Show(box);
+    m_use.use.progress.SetTopmost();
+    return answer;
+}
+
 void frmOptions::cmdUnload_Add_Click()
 {
     if (m_use.state.cbxUnload_TallyCores.Count() >= MaxLoggers) {
-        m_use.use.dialogs.Show({m_use.use.language.Text(554), boxTitle(), BoxIcon::Exclamation});
+        showBox({m_use.use.language.Text(554), boxTitle(), BoxIcon::Exclamation});
         m_use.controls.EnableOptionsControls();
         return;
     }
@@ -50,14 +59,13 @@ void frmOptions::cmdUnload_Unload_Click()
 {
     const LanguageTables& language = m_use.use.language;
     if (!m_use.tables.HaveFoundLoggers) {
-        m_use.use.dialogs.Show({language.Text(555), boxTitle(), BoxIcon::Information});
+        showBox({language.Text(555), boxTitle(), BoxIcon::Information});
         return;
     }
     m_use.store.SaveOptions();
     const std::string& directory = m_use.state.AppPath;
     if (!m_use.desktop.StartProgram(directory + "harvel.exe", {}, directory))
-        m_use.use.dialogs.Show(
-            {language.Text(531) + " " + directory + "harvel.exe " + language.Text(532), "", BoxIcon::Critical});
+        showBox({language.Text(531) + " " + directory + "harvel.exe " + language.Text(532), "", BoxIcon::Critical});
 }
 
 void frmOptions::cmdTerminal_Click()

@@ -98,6 +98,14 @@ protected:
         p.tables.HaveFoundLoggers = loggers > 0;
     }
 
+    void Speak(const std::string& lines)
+    {
+        p.options.Language = "Plain";
+        t.files.files[p.state.AppPath + "Plain.txt"] = lines;
+        p.language.LangActive = true;
+        p.language.LoadLanguageFile();
+    }
+
     void Load(const OptionsServices& services)
     {
         form = std::make_unique<frmOptions>(services);

@@ -1,5 +1,8 @@
 // The buttons of the panel, but for those that close it.
 #include "panels/options_fixture.h"
+#include "support/fake_forms.h"
+
+#include <utility>
 
 namespace harvelop::test
 {
@@ -69,6 +72,83 @@ TEST_F(OptionsButtons, AddWithFiftyLoggersIsRefused)
     EXPECT_EQ(t.dialogs.shown[0].icon, BoxIcon::Exclamation);
     EXPECT_EQ(dialogs, 0);
     EXPECT_TRUE(Enabled("cmdApply")); // comes back enabled with the others
+}
+
+TEST_F(OptionsButtons, AddCountsTheLinesOfTheListNotTheRecords)
+{
+    int dialogs = 0;
+    OptionsServices services = Services();
+    services.ShowAddDialog = [&] { ++dialogs; };
+    Store(50);
+    Load(services);
+    Show();
+    ASSERT_EQ(p.tables.Count(), 50);
+    ASSERT_EQ(p.state.cbxUnload_TallyCores.Count(), 49);
+    Click("cmdUnload_Add");
+    EXPECT_EQ(dialogs, 1);
+}
+
+TEST_F(OptionsButtons, NothingStandsBeforeABox)
+{
+    FakeAddDialog add;
+    p.forms.add = &add;
+    p.state.AddDialogOpen = true;
+    OptionsServices services = Services();
+    services.ShowAddDialog = [] {};
+    t.desktop.starts = false;
+    t.dialogs.whileShown = [&] {
+        add.steps.emplace_back("box");
+        EXPECT_FALSE(messages && messages->isVisible());
+    };
+    const std::vector<std::string> expected = {"clear", "box", "set"};
+
+    t.dialogs.Expect(BoxAnswer::No); // 550
+    Load(services);
+    Show();
+    EXPECT_EQ(std::exchange(add.steps, {}), expected);
+    const auto expectClicked = [&](const char* button) {
+        p.progress.ShowMessageForm();
+        p.controls.EnableOptionsControls();
+        t.dialogs.Expect(BoxAnswer::Ok);
+        Click(button);
+        EXPECT_EQ(std::exchange(add.steps, {}), expected) << button;
+    };
+    expectClicked("cmdUnload_Unload"); // 555
+    Store(50);
+    expectClicked("cmdUnload_Unload"); // 531, 532
+    p.viewing.RebuildList();
+    expectClicked("cmdUnload_Add"); // 554
+    EXPECT_EQ(t.dialogs.shown.size(), 4u);
+}
+
+TEST_F(OptionsButtons, BoxesSpeakTheUsersLanguage)
+{
+    Speak("503:1:9:tallyCore Harvest\r\n531:1:9:Datei\r\n532:1:9:fehlt\r\n554:1:9:Genug.\r\n555:1:9:Keine.\r\n"
+          "737:1:9:Wirklich\r\n");
+    OptionsServices services = Services();
+    services.ShowAddDialog = [] {};
+    t.desktop.starts = false;
+    Store(50);
+    Load(services);
+    p.viewing.RebuildList();
+    p.state.cbxUnload_TallyCores.Select(0);
+    Show();
+    for (const char* button : {"cmdUnload_Add", "cmdUnload_Unload", "cmdUnload_Delete"}) {
+        t.dialogs.Expect(BoxAnswer::No);
+        Click(button);
+    }
+    p.tables.HaveFoundLoggers = false;
+    t.dialogs.Expect(BoxAnswer::Ok);
+    Click("cmdUnload_Unload");
+    ASSERT_EQ(t.dialogs.shown.size(), 4u);
+    EXPECT_EQ(t.dialogs.shown[0].text, "Genug.");
+    EXPECT_EQ(t.dialogs.shown[0].title, " tallyCore Harvest");
+    EXPECT_EQ(t.dialogs.shown[1].text, "Datei /home/user/loggers/harvel.exe fehlt");
+    EXPECT_EQ(t.dialogs.shown[1].title, "");
+    EXPECT_EQ(t.dialogs.shown[2].text, "Wirklich ?     ");
+    EXPECT_EQ(t.dialogs.shown[2].title, " tallyCore Harvel"); // in every language
+    EXPECT_EQ(t.dialogs.shown[3].text, "Keine.");
+    EXPECT_EQ(t.dialogs.shown[3].title, " tallyCore Harvest");
 }
 
 TEST_F(OptionsButtons, AddOpensItsDialogInTheModeOfANewLogger)
@@ -216,6 +296,27 @@ TEST_F(OptionsButtons, LoginTestsRunWithTheirButtonDisabled)
         EXPECT_TRUE(Enabled(name)) << name;
     }
     EXPECT_EQ(tests, 2);
+}
+
+TEST_F(OptionsButtons, FtpTestLeavesTheFocusWhileOkIsDisabled)
+{
+    OptionsServices services = Services();
+    services.TestSMTPLogin = [] {};
+    services.TestFTPLogin = [] {};
+    Store(1);
+    Load(services);
+    Show();
+    QWidget other;
+    other.show();
+    Button("cmdOk")->setEnabled(false);
+    const auto activeAfter = [&](const char* button) {
+        QApplication::setActiveWindow(&other);
+        Click(button);
+        QApplication::processEvents();
+        return QApplication::activeWindow();
+    };
+    EXPECT_EQ(activeAfter("cmdFTPTestLogin"), &other);
+    EXPECT_EQ(activeAfter("cmdSMTPTestLogin"), form.get()); // asks for the focus in any case
 }
 
 TEST_F(OptionsButtons, ApplyCleansSavesAndStaysOpen)

@@ -293,6 +293,36 @@ TEST_F(OptionsLoad, YesToTheFirstUseQuestionSearches)
     EXPECT_TRUE(p.state.OptionsLoaded);
 }
 
+TEST_F(OptionsLoad, YesToTheFirstUseQuestionSearchesInALockedInstallationToo)
+{
+    p.options.LockControls = true;
+    p.options.AvailablePorts = "0";
+    t.dialogs.Expect(BoxAnswer::Yes);
+    t.dialogs.Expect(BoxAnswer::Ok);
+    Load();
+    ASSERT_EQ(t.dialogs.shown.size(), 2u);
+    EXPECT_EQ(t.dialogs.shown[1].text, "No tallyCores were found connected to this Computer.     ");
+    EXPECT_FALSE(Enabled("cmdUnload_FindTallycores"));
+}
+
+TEST_F(OptionsLoad, TheProgressWindowIsHiddenAfterTheSearchOfAFirstUse)
+{
+    p.options.AvailablePorts = "0";
+    t.dialogs.Expect(BoxAnswer::Yes);
+    t.dialogs.Expect(BoxAnswer::Ok);
+    bool shown = false;
+    t.dialogs.whileShown = [&] {
+        if (t.dialogs.shown.size() == 2)
+            t.pump.After(25, [&] { // in the last wait of the search, which has hidden it by then
+                p.progress.ShowMessageForm();
+                shown = messages->isVisible();
+            });
+    };
+    Load();
+    EXPECT_TRUE(shown);
+    EXPECT_FALSE(messages->isVisible());
+}
+
 TEST_F(OptionsLoad, ClosingInTheSearchOfAFirstUseEndsQuietly)
 {
     p.options.LastSearch = "0";
@@ -312,14 +342,6 @@ TEST_F(OptionsLoad, ClosingInTheSearchOfAFirstUseEndsQuietly)
 
 class OptionsLanguage : public OptionsPanel
 {
-protected:
-    void Speak(const std::string& lines)
-    {
-        p.options.Language = "Plain";
-        t.files.files[p.state.AppPath + "Plain.txt"] = lines;
-        p.language.LangActive = true;
-        p.language.LoadLanguageFile();
-    }
 };
 
 TEST_F(OptionsLanguage, CaptionsAndFontsComeByTheirNumbers)
