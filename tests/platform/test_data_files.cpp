@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sched.h>
+#include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -23,6 +24,7 @@ namespace
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 const std::string Secret = "SMTPPassword=geheim\r\n";
 constexpr int Room = 50'000; // of the disks that are full
@@ -53,6 +55,7 @@ struct DataFilesTest : testing::Test {
         const std::string told = testing::internal::GetCapturedStderr();
         EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 1) << told;
         EXPECT_THAT(told, HasSubstr(path));
+        EXPECT_THAT(told, StartsWith("test_platform: "));
         EXPECT_THAT(told, Not(HasSubstr("geheim")));
     }
 };
@@ -294,6 +297,96 @@ TEST_F(DataFilesTest, ReadersAndKilledWritersLeaveOneTextOrTheOther)
         writer.Kill();
         const std::string left = Text();
         ASSERT_TRUE(left == one || left == other) << left.size();
+        EXPECT_LE(Entries(), 2); // what a killed writer leaves does not pile up
+    }
+    EXPECT_TRUE(files.Replace(path, "new"));
+    EXPECT_EQ(Text(), "new");
+    EXPECT_EQ(Entries(), 1);
+}
+
+TEST_F(DataFilesTest, TwoWritersAtOnceLeaveOneTextOrTheOther)
+{
+    const auto write = [&](char letter) {
+        bool all = true;
+        for (int round = 0; round < 200; ++round)
+            all = files.Replace(path, std::string(static_cast<size_t>(1000 + 37 * round), letter)) && all;
+        _exit(all ? 0 : 1);
+    };
+    const auto whole = [&] {
+        const std::string text = Text();
+        return text == std::string(text.size(), text.empty() ? ' ' : text.front());
+    };
+    ASSERT_TRUE(files.Replace(path, "a"));
+    ChildProcess one([] {}, [&] { write('a'); });
+    ChildProcess other([] {}, [&] { write('b'); });
+    for (int look = 0; look < 500; ++look)
+        ASSERT_TRUE(whole());
+    EXPECT_EQ(one.Wait(), 0);
+    EXPECT_EQ(other.Wait(), 0);
+    EXPECT_TRUE(whole());
+    EXPECT_GE(Text().size(), 1000U + 37 * 199);
+    EXPECT_EQ(Entries(), 1);
+}
+
+TEST_F(DataFilesTest, LeftoverOfAKilledWriterIsUsedAgain)
+{
+    const std::string leftover = fs::path(path).parent_path().string() + "/.options.ini.new";
+    std::ofstream(leftover) << Overlong;
+    EXPECT_TRUE(files.Replace(path, Secret));
+    EXPECT_EQ(Text(), Secret);
+    EXPECT_EQ(Mode(path), 0600);
+    EXPECT_EQ(Entries(), 1);
+}
+
+TEST_F(DataFilesTest, WhatStandsUnderTheTemporaryNameAndIsNotOursIsLeftAlone)
+{
+    const std::string base = fs::path(path).parent_path().string();
+    const std::string leftover = base + "/.options.ini.new";
+    std::ofstream(base + "/precious") << "text";
+    const auto expectWritten = [&](const char* kind) {
+        EXPECT_TRUE(files.Replace(path, kind)) << kind;
+        EXPECT_EQ(Text(), kind);
+        EXPECT_EQ(files.Read(base + "/precious").text, "text") << kind;
+        fs::remove(leftover);
+    };
+    fs::create_symlink("precious", leftover);
+    expectWritten("link");
+    fs::create_hard_link(base + "/precious", leftover);
+    expectWritten("hard link");
+    fs::create_directory(leftover);
+    expectWritten("directory");
+    ASSERT_EQ(mkfifo(leftover.c_str(), 0600), 0);
+    expectWritten("pipe");
+    const ChildProcess writing([&] { flock(::open(leftover.c_str(), O_RDWR | O_CREAT, 0600), LOCK_EX); });
+    expectWritten("in use");
+    EXPECT_EQ(Entries(), 2);
+}
+
+TEST_F(DataFilesTest, RepeatedFailureIsToldOnceUntilAWriteSucceeds)
+{
+    const std::string other = path + ".bak";
+    const auto told = [&](const std::string& file) {
+        testing::internal::CaptureStderr();
+        files.Replace(file, Secret);
+        const std::string text = testing::internal::GetCapturedStderr();
+        return std::count(text.begin(), text.end(), '\n');
+    };
+    for (int round = 0; round < 2; ++round) {
+        fs::create_directory(path);
+        fs::create_directory(other);
+        EXPECT_EQ(told(path), 1);
+        EXPECT_EQ(told(path), 0);
+        EXPECT_EQ(told(other), 1);
+        fs::remove(path);
+        ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+        EXPECT_EQ(told(path), 1) << "fails in another way";
+        EXPECT_EQ(told(path), 0);
+        fs::remove(path);
+        fs::remove(other);
+        EXPECT_EQ(told(path), 0);
+        EXPECT_EQ(told(other), 0);
+        fs::remove(path);
+        fs::remove(other);
     }
 }
 

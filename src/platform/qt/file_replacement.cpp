@@ -6,9 +6,11 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace harvelop
 {
@@ -52,29 +54,66 @@ struct Target {
     mode_t mode = 0; // that the file gets
 };
 
-int FillAndRename(int handle, const std::string& temporary, const Target& target, const std::string& text)
+// The file to which a new text goes first.
+struct Temporary {
+    std::string path;
+    FileHandle file;
+};
+
+// The same name each time, so that nothing piles up where programs are killed. Not open if another program is just
+// writing to it, or if it is not plainly ours.
+Temporary UsualTemporary(const Target& target)
 {
-    // Only the superuser can give a file away; for everybody else it is their own already.
-    if (target.exists && fchown(handle, target.old.st_uid, target.old.st_gid) != 0 && errno != EPERM)
-        return errno;
+    Temporary usual;
+    usual.path = (target.path.parent_path() / ("." + target.path.filename().string() + ".new")).string();
+    FileHandle file(::open(usual.path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, NewFileMode));
+    if (!file.IsOpen() || flock(file.Number(), LOCK_EX | LOCK_NB) != 0)
+        return usual;
+    // Whoever held the lock before may have renamed the file, which is then somebody's data.
+    struct stat held {
+    };
+    struct stat named {
+    };
+    const bool still = fstat(file.Number(), &held) == 0 && lstat(usual.path.c_str(), &named) == 0 &&
+                       held.st_ino == named.st_ino && held.st_dev == named.st_dev;
+    const bool ours = S_ISREG(held.st_mode) && held.st_uid == geteuid() && held.st_nlink == 1;
+    if (still && ours && ftruncate(file.Number(), 0) == 0)
+        usual.file = std::move(file);
+    return usual;
+}
+
+Temporary NewTemporary(const Target& target)
+{
+    Temporary made{target.path.string() + ".XXXXXX", FileHandle()};
+    made.file = FileHandle(mkostemp(made.path.data(), O_CLOEXEC));
+    return made;
+}
+
+int FillAndRename(const Temporary& temporary, const Target& target, const std::string& text)
+{
+    const int handle = temporary.file.Number();
     if (fchmod(handle, target.mode) != 0)
         return errno;
     if (const int error = WriteAll(handle, text))
         return error;
-    return rename(temporary.c_str(), target.path.c_str()) == 0 ? 0 : errno;
+    // Only the superuser can give a file away; for everybody else it is their own already.
+    if (target.exists && fchown(handle, target.old.st_uid, target.old.st_gid) != 0 && errno != EPERM)
+        return errno;
+    return rename(temporary.path.c_str(), target.path.c_str()) == 0 ? 0 : errno;
 }
 
-// Through a new file beside the old one. `made` tells whether the folder took the new file.
+// Through another file beside the old one. `made` tells whether the folder took it.
 int ReplaceByRename(const Target& target, const std::string& text, bool& made)
 {
-    std::string temporary = target.path.string() + ".XXXXXX";
-    const FileHandle file(mkostemp(temporary.data(), O_CLOEXEC));
-    made = file.IsOpen();
+    Temporary temporary = UsualTemporary(target);
+    if (!temporary.file.IsOpen())
+        temporary = NewTemporary(target);
+    made = temporary.file.IsOpen();
     if (!made)
         return errno;
-    const int error = FillAndRename(file.Number(), temporary, target, text);
+    const int error = FillAndRename(temporary, target, text);
     if (error) {
-        unlink(temporary.c_str());
+        unlink(temporary.path.c_str());
         return error;
     }
     const fs::path folder = target.path.has_parent_path() ? target.path.parent_path() : fs::path(".");

@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace harvelop
 {
@@ -17,14 +18,6 @@ namespace
 {
 
 constexpr size_t LargestFile = 64 * 1024 * 1024;
-
-// The path, but never the text: that holds passwords.
-bool Tell(const std::string& path, const char* what, int error)
-{
-    if (error)
-        std::fprintf(stderr, "harvelop: %s can't be %s: %s\n", path.c_str(), what, std::strerror(error));
-    return error == 0;
-}
 
 } // namespace
 
@@ -52,13 +45,26 @@ FileText QtDataFiles::Read(const std::string& path)
 
 bool QtDataFiles::Replace(const std::string& path, const std::string& text)
 {
-    return Tell(path, "written", ReplaceFile(path, text));
+    return tell(path, "written", ReplaceFile(path, text));
 }
 
 bool QtDataFiles::Remove(const std::string& path)
 {
     const bool gone = unlink(path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR;
-    return Tell(path, "removed", gone ? 0 : errno);
+    return tell(path, "removed", gone ? 0 : errno);
+}
+
+// The path, but never the text: that holds passwords.
+bool QtDataFiles::tell(const std::string& path, const char* what, int error)
+{
+    if (error == 0) {
+        m_told.erase(path);
+        return true;
+    }
+    if (std::exchange(m_told[path], error) != error)
+        std::fprintf(stderr, "%s: %s can't be %s: %s\n", program_invocation_short_name, path.c_str(), what,
+                     std::strerror(error));
+    return false;
 }
 
 } // namespace harvelop

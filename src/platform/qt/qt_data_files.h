@@ -3,11 +3,14 @@
 
 #include "platform/data_files.h"
 
+#include <map>
+#include <string>
+
 namespace harvelop
 {
 
 // By the system's own calls: Qt's would wait for the writer of a pipe, and would lose bytes of names that are not
-// UTF-8.
+// UTF-8. What goes on failing in the same way is told once.
 class QtDataFiles : public DataFiles
 {
 public:
@@ -15,6 +18,11 @@ public:
     FileText Read(const std::string& path) override;
     bool Replace(const std::string& path, const std::string& text) override;
     bool Remove(const std::string& path) override;
+
+private:
+    bool tell(const std::string& path, const char* what, int error);
+
+    std::map<std::string, int> m_told; // the failure of each path that was told last
 };
 
 } // namespace harvelop
