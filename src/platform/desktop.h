@@ -34,7 +34,8 @@ public:
     // Opens a text file in the user's own viewer. False without a viewer.
     virtual bool ShowTextFile(const std::string& path) = 0;
 
-    // Puts a shortcut into the user's desktop folder, replacing one of the same name. False on failure.
+    // Puts a shortcut into the user's desktop folder, replacing one of the same name. If there is no such program, it
+    // starts the one of that name that lies beside the running one. False on failure.
     virtual bool CreateShortcut(const Shortcut& shortcut) = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_window_desktop.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
@@ -65,6 +66,17 @@ private:
 std::string DesktopFile(const std::string& name)
 {
     return QDir::homePath().toStdString() + "/Desktop/" + name;
+}
+
+// The command line of a shortcut.
+std::string ExecOf(const std::string& name)
+{
+    constexpr std::string_view Key = "Exec=";
+    std::ifstream file(DesktopFile(name + ".desktop"));
+    for (std::string line; std::getline(file, line);)
+        if (line.starts_with(Key))
+            return line.substr(Key.size());
+    return {};
 }
 
 } // namespace
@@ -142,6 +154,22 @@ TEST_F(DesktopTest, ShortcutIsAStartableFileOnTheDesktop)
     std::ifstream file(path);
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     EXPECT_NE(text.find("\nExec=" + program + " ::3\n"), std::string::npos) << text;
+}
+
+TEST_F(DesktopTest, ShortcutOfAProgramElsewhereMeansTheOneBesideTheRunning)
+{
+    const std::string here = QCoreApplication::applicationFilePath().toStdString();
+    EXPECT_TRUE(desktop.CreateShortcut({"beside", base + "/test_platform.exe", {}, base}));
+    EXPECT_EQ(ExecOf("beside"), here);
+    const std::string own = MakeProgram("test_platform");
+    EXPECT_TRUE(desktop.CreateShortcut({"beside", base + "/test_platform.exe", {}, base}));
+    EXPECT_EQ(ExecOf("beside"), own);
+}
+
+TEST_F(DesktopTest, ShortcutOfAProgramThatIsNowhereHasNoEnding)
+{
+    EXPECT_TRUE(desktop.CreateShortcut({"nowhere", base + "/harvel.exe", {}, base}));
+    EXPECT_EQ(ExecOf("nowhere"), base + "/harvel");
 }
 
 TEST_F(DesktopTest, ShortcutOfTheSameNameIsReplaced)

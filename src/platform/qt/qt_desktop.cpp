@@ -3,6 +3,7 @@
 #include "platform/qt/desktop_entry.h"
 #include "platform/qt/file_replacement.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
@@ -27,16 +28,33 @@ bool IsProgram(const QString& path)
     return file.isFile() && file.isExecutable();
 }
 
-// The executable file that a program's path stands for: here programs have no ending.
-std::optional<QString> FindProgram(const std::string& path)
+// Here programs have no ending.
+QString WithoutEnding(const QString& path)
 {
-    const QString full = QFileInfo(QString::fromStdString(path)).absoluteFilePath();
     const QString ending = ".exe";
-    if (IsProgram(full))
-        return full;
-    if (full.endsWith(ending, Qt::CaseInsensitive) && IsProgram(full.chopped(ending.size())))
-        return full.chopped(ending.size());
+    return path.endsWith(ending, Qt::CaseInsensitive) ? path.chopped(ending.size()) : path;
+}
+
+// The executable file that a program's path stands for.
+std::optional<QString> FindProgram(const QString& path)
+{
+    const QString full = QFileInfo(path).absoluteFilePath();
+    for (const QString& one : {full, WithoutEnding(full)})
+        if (IsProgram(one))
+            return one;
     return std::nullopt;
+}
+
+// The path may name the folder of the data, and the programs may all lie in another.
+std::string ProgramForShortcut(const std::string& path)
+{
+    const QString wanted = QString::fromStdString(path);
+    if (const auto there = FindProgram(wanted))
+        return there->toStdString();
+    const QString name = QFileInfo(wanted).fileName();
+    if (const auto beside = FindProgram(QCoreApplication::applicationDirPath() + '/' + name); beside && !name.isEmpty())
+        return beside->toStdString();
+    return WithoutEnding(wanted).toStdString();
 }
 
 } // namespace
@@ -66,7 +84,7 @@ std::string QtDesktop::TimeText() const
 bool QtDesktop::StartProgram(const std::string& path, const std::vector<std::string>& arguments,
                              const std::string& workingDirectory)
 {
-    const auto program = FindProgram(path);
+    const auto program = FindProgram(QString::fromStdString(path));
     if (!program)
         return false;
     QStringList texts;
@@ -86,8 +104,7 @@ bool QtDesktop::CreateShortcut(const Shortcut& shortcut)
 {
     constexpr mode_t Startable = 0755;
     Shortcut found = shortcut;
-    if (const auto program = FindProgram(shortcut.program))
-        found.program = program->toStdString();
+    found.program = ProgramForShortcut(shortcut.program);
     const auto text = DesktopEntryText(found);
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     if (!text || !QDir().mkpath(folder))
