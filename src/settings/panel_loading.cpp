@@ -20,16 +20,21 @@ std::string checkText(bool on)
 
 } // namespace
 
-bool EmailDeliveryReady(const Options& options)
+bool AccountsAllowEmail(const Options& options)
 {
     const bool account = !options.SMTPUserName.empty() && !options.SMTPPassword.empty();
-    return !options.SMTPServerName.empty() && !options.SMTPSender.empty() && !options.SMTPPort.empty() &&
+    return !options.SMTPServerName.empty() && !options.SMTPSender.empty() &&
            (!options.SMTPServerRequiresAuthentication || account);
 }
 
 bool FtpDeliveryReady(const Options& options)
 {
     return !options.FTPServername.empty() && !options.FTPUserName.empty() && !options.FTPPassword.empty();
+}
+
+bool EmailDeliveryReady(const Options& options)
+{
+    return AccountsAllowEmail(options) && !options.SMTPPort.empty();
 }
 
 PanelValues LoadPanelValues(const LoggerRecord& record, const Options& options, bool fresh)

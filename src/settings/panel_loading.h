@@ -8,10 +8,14 @@
 namespace harvelop
 {
 
-// Whether the accounts allow delivery, as a panel tests them when it loads: by e-mail a server, a sender and a port,
-// and with authentication an account and a password; by FTP a server, a user and a password.
-bool EmailDeliveryReady(const Options& options);
+// Whether the accounts allow delivery: by e-mail a server and a sender, and with authentication an account and a
+// password; by FTP a server, a user and a password.
+bool AccountsAllowEmail(const Options& options);
 bool FtpDeliveryReady(const Options& options);
+
+// As a panel tests e-mail when it loads: with a port as well, which nothing asks for while the panel is open. That
+// difference is meant.
+bool EmailDeliveryReady(const Options& options);
 
 // The state of the controls after loading. With `fresh` (a new logger, or no logger was ever stored) the grid starts
 // cleared. An empty records box shows "0"; HTML on a row holds its ULAST and CSV on; a delivery that the accounts don't

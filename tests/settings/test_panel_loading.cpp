@@ -20,6 +20,14 @@ Options fullAccounts()
     return options;
 }
 
+TEST(PanelLoading, AccountsAllowEmailWithoutAPort)
+{
+    Options options = fullAccounts();
+    options.SMTPPort.clear();
+    EXPECT_TRUE(AccountsAllowEmail(options));
+    EXPECT_FALSE(EmailDeliveryReady(options));
+}
+
 TEST(PanelLoading, EmailNeedsServerSenderAndPort)
 {
     EXPECT_TRUE(EmailDeliveryReady(fullAccounts()));
