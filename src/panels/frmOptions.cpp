@@ -1,11 +1,11 @@
 #include "panels/frmOptions.h"
 
 #include "core/text_lines.h"
-#include "core/text_numbers.h"
 #include "panels/frmSupport.h"
 #include "ui_frmOptions.h"
 
 #include <QCloseEvent>
+#include <QSignalBlocker>
 
 #include <string>
 
@@ -104,8 +104,8 @@ void frmOptions::fillControls()
     // In the order of the page: the first box decides over the second, whose own option must come after it.
     for (const auto& row : m_checks)
         row.box->setChecked(options.*row.option);
-    m_ui->txtDesktopDir->setText(ToQString(options.DesktopDir));
-    m_ui->txtSize->setText(ToQString(NumberText(options.LogFileSize)));
+    showStored(*m_ui->txtDesktopDir, options.DesktopDir);
+    showStored(*m_ui->txtSize, SizeText(options.LogFileSize));
 
     if (!options.ShowHarvelOnStartup)
         m_ui->chkRunHarvelOnStartup->setChecked(true);
@@ -120,13 +120,21 @@ void frmOptions::fillControls()
 
 void frmOptions::fillAccounts()
 {
-    m_ui->txtSMTPSiteID->setText(ToQString(m_use.options.SiteID));
+    for (QLineEdit* field : {m_ui->txtSMTPSiteID, m_ui->txtFTPSiteID})
+        showStored(*field, m_use.options.SiteID);
     ListState& list = m_use.state.cbxUnload_TallyCores;
     list.Select(m_use.options.LastUtallyCore);
     for (const auto& row : m_texts)
-        row.field->setText(ToQString(m_use.options.*row.option));
+        showStored(*row.field, m_use.options.*row.option);
     if (list.Text().empty())
         list.Select(list.Selected() + 1);
+}
+
+// No handler runs: what is stored, a character that the filters would drop included, is only shown.
+void frmOptions::showStored(QLineEdit& field, std::string_view stored)
+{
+    const QSignalBlocker loading(field);
+    ShowStored(field, stored);
 }
 
 void frmOptions::askFirstUse()
@@ -163,6 +171,7 @@ void frmOptions::SetFormEnabled(bool enabled)
 {
     setEnabled(enabled);
     updateToolTips();
+    showEmptyHint(); // a search ends by enabling the panel
 }
 
 void frmOptions::SetCaption(const std::string& caption)

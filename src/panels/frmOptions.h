@@ -116,6 +116,7 @@ private:
     void fillTabs();
     void fillControls();
     void fillAccounts();
+    static void showStored(QLineEdit& field, std::string_view stored);
     void askFirstUse();
     void applyLockControls();
 
@@ -133,12 +134,12 @@ private:
     void txtSMTPSiteID_Change();
     void txtFTPSiteID_Change();
     void ValidateServerFields();
-    AccountFields accountFields() const;
 
     // The lists.
     void connectLists();
     void showPorts();
     void showTallyCores();
+    void showEmptyHint(); // not while a search runs, which empties the list only to fill it
     void cbxUnload_TallyCores_Click();
 
     // Buttons.

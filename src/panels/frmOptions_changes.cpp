@@ -3,6 +3,7 @@
 #include "core/text_numbers.h"
 #include "panels/frmOptions.h"
 #include "panels/frmSupport.h"
+#include "settings/panel_loading.h"
 #include "ui_frmOptions.h"
 
 namespace harvelop
@@ -130,24 +131,13 @@ void frmOptions::ApplyAuthenticationState(bool required)
     SetFieldEnabled(*m_ui->txtSMTPPassword, required);
 }
 
-AccountFields frmOptions::accountFields() const
-{
-    return {ToText(m_ui->txtSMTPServerName->text()),
-            ToText(m_ui->txtSMTPSender->text()),
-            m_ui->chkSMTPServerRequiresAuthentication->isChecked(),
-            ToText(m_ui->txtSMTPUserName->text()),
-            ToText(m_ui->txtSMTPPassword->text()),
-            ToText(m_ui->txtFTPServername->text()),
-            ToText(m_ui->txtFTPUserName->text()),
-            ToText(m_ui->txtFTPPassword->text())};
-}
-
 void frmOptions::UpdateDeliveryChecks()
 {
-    const AccountFields fields = accountFields();
+    const bool email = AccountsAllowEmail(m_use.options);
+    const bool ftp = FtpDeliveryReady(m_use.options);
     for (int number = 1; number <= MaxLoggers; ++number)
         if (LoggerPanel* panel = m_use.panels.At(number); panel && panel->IsVisible())
-            panel->SetDelivery(AllowsEmail(fields), AllowsFTP(fields));
+            panel->SetDelivery(email, ftp);
     SetFormEnabled(true);
 }
 

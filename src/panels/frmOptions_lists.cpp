@@ -101,9 +101,15 @@ void frmOptions::showTallyCores()
         }
         list.setCurrentRow(tallyCores.Selected());
     }
-    list.findChild<QLabel*>("lblEmpty")->setVisible(tallyCores.Count() == 0);
+    showEmptyHint();
     if (change.choice)
         cbxUnload_TallyCores_Click();
+}
+
+void frmOptions::showEmptyHint()
+{
+    const bool empty = m_use.state.cbxUnload_TallyCores.Count() == 0;
+    m_ui->cbxUnload_TallyCores->findChild<QLabel*>("lblEmpty")->setVisible(empty && !m_use.state.SearchRunning);
 }
 
 void frmOptions::cbxUnload_TallyCores_Click()

@@ -133,6 +133,13 @@ void SetWidthInCharacters(QWidget& field, int characters)
     field.setMaximumWidth(width);
 }
 
+void ShowStored(QLineEdit& field, std::string_view stored)
+{
+    const QString text = ToQString(stored);
+    field.setMaxLength(std::max(field.maxLength(), static_cast<int>(text.size())));
+    field.setText(text);
+}
+
 void SetFieldEnabled(QLineEdit& field, bool enabled)
 {
     field.setEnabled(enabled);

@@ -27,12 +27,15 @@ double PixelsToTwips(int pixels, const QWidget& window);
 // Moves a window to a place given in twips. A place off every screen is brought back into view.
 void MoveToTwips(QWidget& window, double left, double top);
 
-// Shows a window; the first time where MoveToTwips put it. Places are those of a window's contents: how thick a frame the
-// desktop puts around them is known only later, and the window would move by it at every start.
+// Shows a window; the first time where MoveToTwips put it. Places are those of a window's contents: how thick a frame
+// the desktop puts around them is known only later, and the window would move by it at every start.
 void ShowPlaced(QWidget& window);
 
 // As wide as so many characters of its font; it does not stretch beyond.
 void SetWidthInCharacters(QWidget& field, int characters);
+
+// Shows a stored text. One that is longer than can be typed is not cut, so that it changes only by the user's hand.
+void ShowStored(QLineEdit& field, std::string_view stored);
 
 // Enables a text box in the window colour, or disables it in the button-face colour.
 void SetFieldEnabled(QLineEdit& field, bool enabled);

@@ -153,11 +153,7 @@ void frmTallyCores::showLoaded(const PanelValues& values, const LoggerRecord& re
     showDelivery(values.emailEnabled, values.ftpEnabled);
     m_ui->cmdSetCom->setEnabled(m_escCancels);
     m_ui->cmdCreateIcon->setEnabled(m_escCancels);
-    // A stored description that is longer than one can be typed is not cut.
-    const QString description = ToQString(values.description);
-    m_ui->txtDescription->setMaxLength(
-        std::max(m_ui->txtDescription->maxLength(), static_cast<int>(description.size())));
-    m_ui->txtDescription->setText(description);
+    ShowStored(*m_ui->txtDescription, values.description);
     showTexts(record);
     showStoredData(ScheduleLetters(record.LoggerModel));
     Place(500);

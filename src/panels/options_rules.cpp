@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <iterator>
 #include <tuple>
 
@@ -74,11 +76,17 @@ constexpr Reason Reasons[] = {
     {"txtSMTPPassword", NoLogin},
 };
 
+std::int16_t wholeNumber(const std::string& text)
+{
+    const auto value = ToDouble(text);
+    return value && *value == std::floor(*value) ? ToInt16(text).value_or(0) : std::int16_t(0);
+}
+
 } // namespace
 
 OptionsSnapshot TakeSnapshot(const Options& options)
 {
-    return {options, ToInt16(options.DesktopDir).value_or(0)};
+    return {options, wholeNumber(options.DesktopDir)};
 }
 
 void RestoreSnapshot(const OptionsSnapshot& snapshot, Options& options)
@@ -87,15 +95,11 @@ void RestoreSnapshot(const OptionsSnapshot& snapshot, Options& options)
     options.DesktopDir = std::to_string(snapshot.DesktopDir);
 }
 
-bool AllowsEmail(const AccountFields& fields)
+std::string SizeText(double kB)
 {
-    const bool login = !fields.smtpUser.empty() && !fields.smtpPassword.empty();
-    return !fields.smtpServer.empty() && !fields.smtpSender.empty() && (!fields.smtpAuthentication || login);
-}
-
-bool AllowsFTP(const AccountFields& fields)
-{
-    return !fields.ftpServer.empty() && !fields.ftpUser.empty() && !fields.ftpPassword.empty();
+    std::array<char, 400> buffer{}; // the longest number has some 340 characters
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), kB, std::chars_format::fixed);
+    return std::string(buffer.data(), result.ptr);
 }
 
 std::string_view AuthenticationWritten(AuthenticationButton button)

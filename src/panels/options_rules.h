@@ -28,22 +28,8 @@ OptionsSnapshot TakeSnapshot(const Options& options);
 // Puts back what Cancel undoes. That the two time-outs are not among it is meant.
 void RestoreSnapshot(const OptionsSnapshot& snapshot, Options& options);
 
-// What stands in the account fields of the panel.
-struct AccountFields {
-    std::string smtpServer{};
-    std::string smtpSender{};
-    bool smtpAuthentication = false;
-    std::string smtpUser{};
-    std::string smtpPassword{};
-    std::string ftpServer{};
-    std::string ftpUser{};
-    std::string ftpPassword{};
-};
-
-// Whether they allow loggers' panels to deliver by e-mail and by FTP. The mail server's port is not asked for, though a
-// panel asks for it when it loads: that difference is meant.
-bool AllowsEmail(const AccountFields& fields);
-bool AllowsFTP(const AccountFields& fields);
+// The size of the log file as its field shows it: never with an exponent, which the field's filter would spoil.
+std::string SizeText(double kB);
 
 // Writes "LOGIN" as it is but "CRAM-MD5" as "CRM-MD5", so that a choice of it selects no button at the next load:
 // meant.

@@ -14,6 +14,13 @@ protected:
         EXPECT_TRUE(Enabled("cmdApply"));
         Button("cmdApply")->setEnabled(false);
     }
+    void ExpectButtonFace(const char* field)
+    {
+        const QPalette palette = Field(field)->palette();
+        EXPECT_EQ(palette.color(QPalette::Disabled, QPalette::Base),
+                  palette.color(QPalette::Disabled, QPalette::Button))
+            << field;
+    }
 };
 
 TEST_F(OptionsChanges, CheckBoxesWriteTheirOptionsAtOnce)
@@ -95,8 +102,7 @@ TEST_F(OptionsChanges, CopyingToTheDesktopFreesItsDirectory)
     EXPECT_TRUE(Enabled("txtDesktopDir"));
     Click("chkSaveToDesktop");
     EXPECT_FALSE(Enabled("txtDesktopDir"));
-    const QPalette palette = Field("txtDesktopDir")->palette();
-    EXPECT_EQ(palette.color(QPalette::Disabled, QPalette::Base), palette.color(QPalette::Disabled, QPalette::Button));
+    ExpectButtonFace("txtDesktopDir");
 }
 
 TEST_F(OptionsChanges, LockingTurnsItsThreeButtonsOff)
@@ -144,8 +150,10 @@ TEST_F(OptionsChanges, AuthenticationSelectsLogin)
         EXPECT_FALSE(Find<QRadioButton>(name)->isChecked()) << name;
         EXPECT_FALSE(Enabled(name)) << name;
     }
-    EXPECT_FALSE(Enabled("txtSMTPUserName"));
-    EXPECT_FALSE(Enabled("txtSMTPPassword"));
+    for (const char* name : {"txtSMTPUserName", "txtSMTPPassword"}) {
+        EXPECT_FALSE(Enabled(name)) << name;
+        ExpectButtonFace(name);
+    }
 }
 
 TEST_F(OptionsChanges, AuthenticationButtonsWriteTheirTypes)
@@ -230,6 +238,13 @@ TEST_F(OptionsChanges, FilteredFieldsPutTheCaretToTheEnd)
     QTest::keyClicks(field, "x");
     EXPECT_EQ(Text("txtDesktopDir"), "Lxogs");
     EXPECT_EQ(field->cursorPosition(), 5);
+
+    Type("txtSize", "123");
+    field = Field("txtSize");
+    field->setCursorPosition(1);
+    QTest::keyClicks(field, "9");
+    EXPECT_EQ(Text("txtSize"), "1923");
+    EXPECT_EQ(field->cursorPosition(), 4);
 }
 
 TEST_F(OptionsChanges, PastedTextKeepsItsGoodPart)
@@ -261,10 +276,13 @@ TEST_F(DeliveryChecks, ReachTheVisiblePanels)
     Field("txtSMTPUserName")->setText("me");
     EXPECT_EQ(panel.deliveries, 0); // these do not update
     Field("txtSMTPPassword")->setText("secret");
-    EXPECT_EQ(panel.email, true);
+    EXPECT_EQ(panel.email, true); // without a port
     EXPECT_EQ(panel.ftp, false);
+    EXPECT_EQ(panel.deliveries, 1);
     Field("txtFTPServername")->setText("ftp");
+    EXPECT_EQ(panel.deliveries, 2);
     Field("txtFTPUserName")->setText("me");
+    EXPECT_EQ(panel.deliveries, 3);
     EXPECT_EQ(panel.ftp, false);
     Field("txtFTPPassword")->setText("secret");
     EXPECT_EQ(panel.ftp, true);

@@ -60,6 +60,17 @@ TEST_F(OptionsClosing, CancelPutsTheOptionsBackAndSaves)
     EXPECT_TRUE(p.state.OptionsLoaded);
 }
 
+TEST_F(OptionsClosing, CancelPutsBackWhatLoadingChanged)
+{
+    p.options.SMTPAuthenticationType = "CRAM-MD5";
+    Open(); // writes the type as its button does, and forces unloading as there is no form
+    EXPECT_EQ(p.options.SMTPAuthenticationType, "CRM-MD5");
+    EXPECT_TRUE(p.options.RunHarvelOnStartup);
+    Click("cmdCancel");
+    EXPECT_EQ(Saved("SMTPAuthenticationType"), "CRAM-MD5");
+    EXPECT_EQ(Saved("RunHarvelOnStartup"), "False");
+}
+
 TEST_F(OptionsClosing, CancelTurnsADesktopDirectoryIntoZero)
 {
     p.options.DesktopDir = "Logs";

@@ -62,6 +62,21 @@ TEST_F(OptionsLists, SearchThatFillsTheListLeavesTheFocus)
     EXPECT_TRUE(Button("cmdOk")->hasFocus());
 }
 
+TEST_F(OptionsLists, EmptyListSaysNothingWhileASearchRuns)
+{
+    p.options.AvailablePorts = "0";
+    Store(1);
+    Open();
+    const auto* hint = Find<QLabel>("lblEmpty");
+    bool hidden = false;
+    t.dialogs.whileShown = [&] { hidden = List()->count() == 0 && !hint->isVisible(); };
+    t.dialogs.Expect(BoxAnswer::Ok); // the loggers may go
+    t.dialogs.Expect(BoxAnswer::Ok); // none found
+    Click("cmdUnload_FindTallycores");
+    EXPECT_TRUE(hidden);
+    EXPECT_TRUE(hint->isVisible());
+}
+
 TEST_F(OptionsLists, NewLinesAreNoChoice)
 {
     Store(3);

@@ -130,6 +130,36 @@ TEST_F(OptionsLoad, LongPasswordsAreNotCut)
     EXPECT_EQ(p.options.FTPPassword.size(), 100000u);
 }
 
+TEST_F(OptionsLoad, ValuesLongerThanTheirFieldsAreKept)
+{
+    Options& o = p.options;
+    o.SMTPPort = "1234567";
+    o.SMTPTimeout = "12345";
+    o.FTPTimeout = "54321";
+    o.DesktopDir = "A folder " + std::string(40, 'x');
+    const Options before = o;
+    Open();
+    Click("cmdOk");
+    for (std::string Options::*text :
+         {&Options::SMTPPort, &Options::SMTPTimeout, &Options::FTPTimeout, &Options::DesktopDir})
+        EXPECT_EQ(o.*text, before.*text);
+}
+
+class StoredSize : public OptionsPanel, public testing::WithParamInterface<double>
+{
+};
+
+TEST_P(StoredSize, IsKept)
+{
+    p.options.LogFileSize = GetParam();
+    Open();
+    EXPECT_EQ(p.options.LogFileSize, GetParam());
+    Click("chkSaveLogFile"); // takes the size from its field
+    EXPECT_EQ(p.options.LogFileSize, GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Odd, StoredSize, testing::Values(123456789.0, 0.00001, 1e20, -5.0, 0.1));
+
 TEST_F(OptionsLoad, UnloadingAtStartIsKeptWithTheFormShown)
 {
     p.options.ShowHarvelOnStartup = p.options.RunHarvelOnStartup = true;

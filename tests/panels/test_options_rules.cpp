@@ -1,7 +1,9 @@
 #include "core/text_lines.h"
+#include "core/text_numbers.h"
 #include "panels/options_rules.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace harvelop
 {
@@ -41,6 +43,8 @@ TEST(OptionsSnapshots, DesktopDirThatIsNoNumberComesBackAsZero)
     EXPECT_EQ(restored("2008"), "2008");
     EXPECT_EQ(restored(""), "0");
     EXPECT_EQ(restored("70000"), "0");
+    EXPECT_EQ(restored("1.5"), "0");
+    EXPECT_EQ(restored("-12"), "-12");
 }
 
 TEST(OptionsSnapshots, RestoreAllThatCancelUndoes)
@@ -97,39 +101,14 @@ TEST(OptionsSnapshots, TimeoutsAndPositionsSurviveCancel)
     EXPECT_EQ(options.LastSearch, "2");
 }
 
-TEST(DeliveryRules, EmailWantsServerAndSender)
+TEST(LogSizes, ShowWithoutAnExponent)
 {
-    EXPECT_FALSE(AllowsEmail({}));
-    EXPECT_FALSE(AllowsEmail({"mail", ""}));
-    EXPECT_FALSE(AllowsEmail({"", "me@mail"}));
-    EXPECT_TRUE(AllowsEmail({"mail", "me@mail"}));
-}
-
-TEST(DeliveryRules, EmailWithAuthenticationWantsAnAccountToo)
-{
-    AccountFields fields{"mail", "me@mail", true, "me", "secret"};
-    EXPECT_TRUE(AllowsEmail(fields));
-    for (std::string AccountFields::*field : {&AccountFields::smtpServer, &AccountFields::smtpSender,
-                                              &AccountFields::smtpUser, &AccountFields::smtpPassword}) {
-        AccountFields lacking = fields;
-        (lacking.*field).clear();
-        EXPECT_FALSE(AllowsEmail(lacking));
-    }
-}
-
-TEST(DeliveryRules, FtpWantsServerUserAndPassword)
-{
-    AccountFields fields;
-    fields.ftpServer = "ftp";
-    fields.ftpUser = "me";
-    fields.ftpPassword = "secret";
-    EXPECT_TRUE(AllowsFTP(fields));
-    for (std::string AccountFields::*field :
-         {&AccountFields::ftpServer, &AccountFields::ftpUser, &AccountFields::ftpPassword}) {
-        AccountFields lacking = fields;
-        (lacking.*field).clear();
-        EXPECT_FALSE(AllowsFTP(lacking));
-    }
+    EXPECT_EQ(SizeText(0), "0");
+    EXPECT_EQ(SizeText(250.5), "250.5");
+    EXPECT_EQ(SizeText(0.00001), "0.00001");
+    EXPECT_EQ(SizeText(1e20), "100000000000000000000");
+    for (const double extreme : {std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min()})
+        EXPECT_EQ(ToDouble(SizeText(extreme)), extreme);
 }
 
 TEST(AuthenticationTypes, CramIsWrittenOtherwiseThanItIsRead)
