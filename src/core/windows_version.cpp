@@ -1,5 +1,7 @@
 #include "core/windows_version.h"
 
+#include "core/text_lines.h"
+
 #include <array>
 
 namespace harvelop
@@ -57,6 +59,11 @@ std::string DescribeWindows(const std::optional<WindowsVersion>& version)
     return nameOf(*version) + TrimAtNull(version->servicePack) +
            "\r\nWindows Version Number = " + std::to_string(version->major) + "." + std::to_string(version->minor) +
            "." + std::to_string(version->build);
+}
+
+bool TallerPanel(const std::string& windowsVersion)
+{
+    return Holds(windowsVersion, "XP");
 }
 
 std::string TrimAtNull(std::string_view text)

@@ -21,8 +21,10 @@ struct WindowsVersion {
 std::optional<WindowsVersion> GetVersion();
 
 // A text that names the version, with its numbers in a further line. Without a version it tells that the call failed.
-// Panels test it for "XP" only.
 std::string DescribeWindows(const std::optional<WindowsVersion>& version);
+
+// Whether a panel is made taller on the system of that text: on "XP", whose title bars are higher.
+bool TallerPanel(const std::string& windowsVersion);
 
 // The text up to its first NUL, looking at no more than the first 255 characters.
 std::string TrimAtNull(std::string_view text);

@@ -1,5 +1,7 @@
 #include "panels/frmSupport.h"
 
+#include "core/windows_version.h"
+
 #include <QAbstractButton>
 #include <QFontMetrics>
 #include <QGroupBox>
@@ -113,6 +115,12 @@ void MoveToTwips(QWidget& window, double left, double top)
         place.moveTop(std::max(screen.top(), std::min(place.top(), screen.bottom() - place.height())));
     }
     window.move(place.topLeft());
+}
+
+void AdjustHeight(QWidget& panel, const std::string& windowsVersion)
+{
+    if (TallerPanel(windowsVersion))
+        panel.setMinimumHeight(panel.sizeHint().height() + panel.style()->pixelMetric(QStyle::PM_TitleBarHeight));
 }
 
 void ShowPlaced(QWidget& window)

@@ -27,6 +27,9 @@ double PixelsToTwips(int pixels, const QWidget& window);
 // Moves a window to a place given in twips. A place off every screen is brought back into view.
 void MoveToTwips(QWidget& window, double left, double top);
 
+// A panel's height follows its layout; on the one system that wants it taller, room for a title bar is added.
+void AdjustHeight(QWidget& panel, const std::string& windowsVersion);
+
 // Shows a window; the first time where MoveToTwips put it. Places are those of a window's contents: how thick a frame
 // the desktop puts around them is known only later, and the window would move by it at every start.
 void ShowPlaced(QWidget& window);

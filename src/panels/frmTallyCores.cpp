@@ -1,6 +1,7 @@
 #include "panels/frmTallyCores.h"
 
 #include "core/text_lines.h"
+#include "core/windows_version.h"
 #include "panels/frmSupport.h"
 #include "panels/frmTallyCoresGrid.h"
 #include "ui_frmTallyCores.h"
@@ -130,6 +131,7 @@ void frmTallyCores::connectControls()
 void frmTallyCores::Load()
 {
     m_tag = m_use.state.CurrentLogger;
+    AdjustHeight(*this, DescribeWindows(GetVersion()));
     m_escCancels = !m_use.state.SearchRunning && !m_use.state.AddingLogger;
     LoadPanel(m_use, m_tag, [this](const PanelValues& values) {
         if (const LoggerRecord* shown = record())

@@ -31,6 +31,13 @@ TEST(WindowsVersion, EveryRowHasItsName)
     }
 }
 
+TEST(WindowsVersion, PanelsAreTallerOnXpOnly)
+{
+    EXPECT_TRUE(TallerPanel(DescribeWindows(WindowsVersion{5, 1, 2600, 2, ""})));
+    EXPECT_FALSE(TallerPanel(DescribeWindows(WindowsVersion{5, 0, 2195, 2, ""})));
+    EXPECT_FALSE(TallerPanel(DescribeWindows(std::nullopt)));
+}
+
 TEST(WindowsVersion, TheServicePackIsCutAtItsFirstNul)
 {
     const auto text = DescribeWindows(WindowsVersion{5, 1, 2600, 2, std::string(" SP2\0rest", 9)});

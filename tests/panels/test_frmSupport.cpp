@@ -65,6 +65,27 @@ TEST(WindowPlaces, OffEveryScreenComeBackIntoView)
     }
 }
 
+TEST(WindowHeights, GrowByATitleBarOnXpOnly)
+{
+    QWidget window;
+    AdjustHeight(window, "Windows 2000");
+    EXPECT_EQ(window.minimumHeight(), 0);
+    AdjustHeight(window, "Windows XP SP2");
+    EXPECT_GT(window.minimumHeight(), window.sizeHint().height());
+}
+
+TEST(StoredTexts, LongerThanCanBeTypedAreNotCut)
+{
+    QLineEdit field;
+    field.setMaxLength(5);
+    ShowStored(field, "123");
+    EXPECT_EQ(field.maxLength(), 5);
+    ShowStored(field, "1234567");
+    EXPECT_EQ(field.text(), "1234567");
+    field.insert("8");
+    EXPECT_EQ(field.text(), "1234567");
+}
+
 TEST(Captions, BelongToLabelsButtonsGroupBoxesAndWindows)
 {
     QWidget window;
