@@ -46,14 +46,21 @@ void frmMessages::Load()
 {
     m_use.controls.DisableOptionsControls();
     const Options& options = m_use.options;
-    if (options.MessagesTop != 0 || options.MessagesLeft != 0) {
+    if (options.MessagesTop != 0 || options.MessagesLeft != 0)
         MoveToTwips(*this, options.MessagesLeft, options.MessagesTop);
-    } else {
-        const QRect place = m_use.OptionsPlace ? m_use.OptionsPlace() : QRect();
-        const int left = place.left() + place.width() / 2 - sizeHint().width() / 2;
-        MoveToTwips(*this, PixelsToTwips(left, *this), PixelsToTwips(place.top(), *this) + BelowTop);
-    }
+    else
+        takeFirstPlace();
     SetBar(0, m_ui->pbMessages->maximum());
+}
+
+void frmMessages::takeFirstPlace()
+{
+    const QRect options = m_use.OptionsPlace();
+    const QRect over = options.isNull() ? screen()->availableGeometry() : options;
+    const int left = over.left() + over.width() / 2 - sizeHint().width() / 2;
+    const double top = options.isNull() ? PixelsToTwips(over.center().y() - sizeHint().height() / 2, *this)
+                                        : PixelsToTwips(over.top(), *this) + BelowTop;
+    MoveToTwips(*this, PixelsToTwips(left, *this), top);
 }
 
 void frmMessages::SetVisible(bool visible)

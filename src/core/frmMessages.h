@@ -32,7 +32,7 @@ struct MessagesServices {
     OptionsStore& store;
     OptionsControls& controls;
     ProgramEnd& end;
-    std::function<QRect()> OptionsPlace; // frame of `frmOptions` on the screen
+    std::function<QRect()> OptionsPlace; // frame of `frmOptions` on the screen; null without that panel
 };
 
 // Its caption names the step of the work in hand; the bar repeats the words, for desktops that show no title bar. It
@@ -45,7 +45,8 @@ public:
     explicit frmMessages(const MessagesServices& services, QWidget* parent = nullptr);
     ~frmMessages() override;
 
-    // Locks the options panel's controls and takes the stored place, or one under the options panel.
+    // Locks the options panel's controls and takes the stored place, or one under the options panel, or without that
+    // panel the middle of the screen.
     void Load();
 
     void SetVisible(bool visible) override;
@@ -55,6 +56,7 @@ public:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void takeFirstPlace();
     void unload();
 
     std::unique_ptr<Ui::frmMessages> m_ui;

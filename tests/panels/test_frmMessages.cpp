@@ -4,6 +4,7 @@
 #include <QProgressBar>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace harvelop::test
 {
@@ -102,6 +103,32 @@ TEST_F(MessageWindow, PlaceOfTopZeroIsUsedAsItStands)
     p.options.MessagesLeft = 500;
     p.progress.ShowMessageForm();
     EXPECT_EQ(messages->pos(), QPoint(TwipsToPixels(500, *messages), 0));
+}
+
+TEST_F(MessageWindow, PlaceOfLeftZeroIsUsedAsItStands)
+{
+    Open();
+    p.options.MessagesTop = 500;
+    p.options.MessagesLeft = 0;
+    p.progress.ShowMessageForm();
+    EXPECT_EQ(messages->pos(), QPoint(0, TwipsToPixels(500, *messages)));
+}
+
+TEST_F(MessageWindow, StandsInTheMiddleOfTheScreenWithoutOptions)
+{
+    p.progress.ShowMessageForm();
+    const QPoint off = messages->geometry().center() - messages->screen()->availableGeometry().center();
+    EXPECT_LE(std::abs(off.x()), 2);
+    EXPECT_LE(std::abs(off.y()), 2);
+}
+
+TEST_F(MessageWindow, SaysInTheUsersLanguageThatItExits)
+{
+    Speak("540:1:9:Harvel wird beendet\r\n");
+    Open();
+    p.progress.ShowMessageForm();
+    messages->close();
+    EXPECT_EQ(messages->windowTitle(), "<- Harvel wird beendet ...");
 }
 
 TEST_F(MessageWindow, ClosedByTheUserEndsTheProgramAfterASecond)
