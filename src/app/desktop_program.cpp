@@ -44,6 +44,8 @@ void DesktopProgram::showOptions()
     if (heart.end.Ended())
         return;
     ShowPlaced(options);
+    if (heart.panels.CountVisiblePanels() > 0)
+        return; // it is disabled, and would hide the panels that a first search has opened
     options.raise();
     options.activateWindow();
 }

@@ -1,6 +1,7 @@
 #include "panels/frmOptions.h"
 
 #include "core/text_lines.h"
+#include "core/windows_version.h"
 #include "panels/frmSupport.h"
 #include "ui_frmOptions.h"
 
@@ -57,6 +58,7 @@ void frmOptions::Load()
     if (m_loaded)
         return;
     m_loaded = true;
+    AdjustHeight(*this, DescribeWindows(GetVersion()));
     Options& options = m_use.options;
     if (options.OptionsTop != 0 || options.OptionsLeft != 0)
         MoveToTwips(*this, options.OptionsLeft, options.OptionsTop);
@@ -181,6 +183,8 @@ void frmOptions::SetCaption(const std::string& caption)
 
 void frmOptions::FocusOk()
 {
+    if (!isEnabled())
+        return; // the loggers' panels have the word
     activateWindow();
     m_ui->cmdOk->setFocus();
 }
