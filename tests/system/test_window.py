@@ -19,6 +19,11 @@ class Screen:
         self.display = ":" + self.server.stdout.readline().strip()
         self.manager = subprocess.Popen(["openbox"], env=dict(os.environ, DISPLAY=self.display),
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        try:  # it would give no focus to a window that is there before it
+            self.until("no window manager", lambda: self.tool("get_desktop").returncode == 0)
+        except BaseException:
+            self.__exit__()
+            raise
         return self
 
     def __exit__(self, *_):
@@ -30,6 +35,13 @@ class Screen:
     def tool(self, *words):
         return subprocess.run(["xdotool", *words], env=dict(os.environ, DISPLAY=self.display), capture_output=True,
                               text=True, check=False, timeout=WAIT)
+
+    def until(self, failure, done):
+        deadline = time.monotonic() + WAIT
+        while not done():
+            if time.monotonic() > deadline:
+                raise AssertionError(failure)
+            time.sleep(0.05)
 
     def window(self, name):
         """The visible window whose title matches; waits for it."""
@@ -89,6 +101,16 @@ class Window(unittest.TestCase):
             screen.press("tallyCore Harvel Options", "alt+k")
             self.assertEqual(self.end(program)[0], 0)
             self.assertEqual(scene.list(), [])
+
+    def test_the_first_question_of_a_start_has_the_focus(self):
+        with Screen() as screen, Scene() as scene:
+            program = start_program(scene, screen.display)
+            question = screen.window("^ ?tallyCore Harvel$")
+            screen.until("no focus", lambda: screen.tool("getwindowfocus").stdout.split() == [question])
+            screen.tool("key", "Return")
+            screen.window("tallyCore Harvel Options$")
+            screen.press("tallyCore Harvel Options", "alt+F4")
+            self.assertEqual(self.end(program)[0], 0)
 
     def test_a_shortcut_of_a_deleted_logger_ends_silently(self):
         with Screen() as screen, Scene() as scene:
