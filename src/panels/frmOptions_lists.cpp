@@ -33,7 +33,7 @@ QLabel* addEmptyHint(QListWidget& list)
     hint->setTextFormat(Qt::PlainText);
     hint->setWordWrap(true);
     hint->setAlignment(Qt::AlignCenter);
-    hint->setForegroundRole(QPalette::PlaceholderText);
+    hint->setForegroundRole(QPalette::Text); // not that of placeholders, which some dark themes leave black
     hint->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* layout = new QVBoxLayout(list.viewport());
     layout->addWidget(hint);

@@ -121,36 +121,6 @@ TEST_F(OptionsButtons, NothingStandsBeforeABox)
     EXPECT_EQ(t.dialogs.shown.size(), 4u);
 }
 
-TEST_F(OptionsButtons, BoxesSpeakTheUsersLanguage)
-{
-    Speak("503:1:9:tallyCore Harvest\r\n531:1:9:Datei\r\n532:1:9:fehlt\r\n554:1:9:Genug.\r\n555:1:9:Keine.\r\n"
-          "737:1:9:Wirklich\r\n");
-    OptionsServices services = Services();
-    services.ShowAddDialog = [] {};
-    t.desktop.starts = false;
-    Store(50);
-    Load(services);
-    p.viewing.RebuildList();
-    p.state.cbxUnload_TallyCores.Select(0);
-    Show();
-    for (const char* button : {"cmdUnload_Add", "cmdUnload_Unload", "cmdUnload_Delete"}) {
-        t.dialogs.Expect(BoxAnswer::No);
-        Click(button);
-    }
-    p.tables.HaveFoundLoggers = false;
-    t.dialogs.Expect(BoxAnswer::Ok);
-    Click("cmdUnload_Unload");
-    ASSERT_EQ(t.dialogs.shown.size(), 4u);
-    EXPECT_EQ(t.dialogs.shown[0].text, "Genug.");
-    EXPECT_EQ(t.dialogs.shown[0].title, " tallyCore Harvest");
-    EXPECT_EQ(t.dialogs.shown[1].text, "Datei /home/user/loggers/harvel.exe fehlt");
-    EXPECT_EQ(t.dialogs.shown[1].title, "");
-    EXPECT_EQ(t.dialogs.shown[2].text, "Wirklich ?     ");
-    EXPECT_EQ(t.dialogs.shown[2].title, " tallyCore Harvel"); // in every language
-    EXPECT_EQ(t.dialogs.shown[3].text, "Keine.");
-    EXPECT_EQ(t.dialogs.shown[3].title, " tallyCore Harvest");
-}
-
 TEST_F(OptionsButtons, AddOpensItsDialogInTheModeOfANewLogger)
 {
     int dialogs = 0;

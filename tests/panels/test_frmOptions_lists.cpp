@@ -62,6 +62,20 @@ TEST_F(OptionsLists, SearchThatFillsTheListLeavesTheFocus)
     EXPECT_TRUE(Button("cmdOk")->hasFocus());
 }
 
+TEST_F(OptionsLists, EmptyListCanBeReadInTheDark)
+{
+    t.dialogs.Expect(BoxAnswer::No);
+    Load();
+    QPalette dark;
+    dark.setColor(QPalette::Base, QColor(27, 30, 32));
+    dark.setColor(QPalette::Text, QColor(239, 240, 241));
+    dark.setColor(QPalette::PlaceholderText, Qt::black); // as a theme leaves it that does not know it
+    form->setPalette(dark);
+    const auto* hint = Find<QLabel>("lblEmpty");
+    const int text = hint->palette().color(hint->foregroundRole()).lightness();
+    EXPECT_GT(text - List()->palette().color(QPalette::Base).lightness(), 150);
+}
+
 TEST_F(OptionsLists, EmptyListSaysNothingWhileASearchRuns)
 {
     p.options.AvailablePorts = "0";
