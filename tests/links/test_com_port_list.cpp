@@ -132,17 +132,17 @@ TEST_F(ComPortListTest, NoPortIsReportedAsAnEmptyList)
     EXPECT_EQ(window.Caption(), "<- Com ports  are available");
 }
 
-TEST_F(ComPortListTest, PortsAreReportedInTheUsersLanguage)
+TEST_F(ComPortListTest, ALanguageFilesPiecesAreJoinedAsTheyStand)
 {
-    UseLanguageFile("367:1:9:Nur Com\r\n368:1:9:ist da\r\n369:1:9:Die Ports\r\n370:1:9:sind da\r\n");
+    UseLanguageFile("367:1:9:Nur Com\r\n368:1:9: ist da\r\n369:1:9:Ports:\r\n370:1:9: sind da\r\n");
     plug({3});
     rs232.FindComPorts();
     rs232.ReportAvailablePorts();
-    EXPECT_EQ(window.Caption(), "<- Nur Com 3 ist da");
+    EXPECT_EQ(window.Caption(), "<- Nur Com3 ist da");
     plug({4});
     rs232.FindComPorts();
     rs232.ReportAvailablePorts();
-    EXPECT_EQ(window.Caption(), "<- Die Ports 3, 4 sind da");
+    EXPECT_EQ(window.Caption(), "<- Ports:3, 4 sind da");
 }
 
 TEST_F(ComPortListTest, NothingIsReportedWhileTheSearchIsToStop)
