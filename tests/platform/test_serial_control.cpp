@@ -271,7 +271,7 @@ TEST_F(SerialControl, VanishedPortClosesOnceAndQuietly)
     port.RTSEnable(true);
     EXPECT_LT(ServeAWhile(), 10);
     EXPECT_EQ(port.Input(), "");
-    EXPECT_EQ(port.Open(), PortAbsent);
+    EXPECT_FALSE(port.PortOpen());
 }
 
 TEST_F(SerialControl, PortThatVanishesBeforeItIsServedTakesNoHarm)

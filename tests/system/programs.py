@@ -38,8 +38,11 @@ class Scene:
 
     def start_simulator(self):
         config = os.path.join(self.scratch.name, "loggers.json")
+        # Behind a link that goes with its logger: the number of a pseudo terminal is soon somebody else's.
+        linked = [dict({"link": os.path.join(self.scratch.name, f"com{logger['com']}")}, **logger)
+                  for logger in self.loggers]
         with open(config, "w", encoding="utf-8") as file:
-            json.dump({"loggers": self.loggers}, file)
+            json.dump({"loggers": linked}, file)
         self.simulator = subprocess.Popen([os.path.join(BIN, "tallysim"), "--env", config], stdout=subprocess.PIPE,
                                           text=True)
         too_late = threading.Timer(30, self.simulator.kill)
