@@ -35,7 +35,8 @@ class TerminalForm
 public:
     virtual ~TerminalForm() = default;
     virtual void SetCaption(const std::string& caption) = 0;
-    virtual void ShowReceived(const std::string& text) = 0; // the whole text of `txtReceive`
+    virtual void Append(const std::string& text) = 0; // to what `txtReceive` shows
+    virtual void ClearReceived() = 0;                 // empties `txtReceive`
     virtual void Close() = 0;
 };
 
@@ -45,6 +46,8 @@ class AddForm
 public:
     virtual ~AddForm() = default;
     virtual void SetTopmost(bool topmost) = 0;
+    virtual std::string Caption() const = 0;
+    virtual void SetCaption(const std::string& caption) = 0;
 };
 
 struct Forms {

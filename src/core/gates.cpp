@@ -22,12 +22,27 @@ BoxAnswer GatedDialogs::Show(const Box& box)
     return BoxAnswer::Cancel;
 }
 
-std::string GatedDialogs::AskPassword(const std::string& text, const std::string& title)
+std::string GatedDialogs::ask(Question question, const std::string& first, const std::string& second)
 {
     if (m_end.Ended())
         return {};
-    std::string answer = m_dialogs.AskPassword(text, title);
+    std::string answer = (m_dialogs.*question)(first, second);
     return m_end.Ended() ? std::string() : answer;
+}
+
+std::string GatedDialogs::AskPassword(const std::string& text, const std::string& title)
+{
+    return ask(&Dialogs::AskPassword, text, title);
+}
+
+std::string GatedDialogs::BrowseFolder(const std::string& title, const std::string& startIn)
+{
+    return ask(&Dialogs::BrowseFolder, title, startIn);
+}
+
+std::string GatedDialogs::OpenFile(const std::string& title, const std::string& startIn)
+{
+    return ask(&Dialogs::OpenFile, title, startIn);
 }
 
 bool GatedDataFiles::Replace(const std::string& path, const std::string& text)

@@ -8,15 +8,20 @@
 namespace harvelop
 {
 
-// After the end: shows nothing; a question is answered Cancel or No, a password is empty.
+// After the end: shows nothing; a question is answered Cancel or No, a password or a choice is empty.
 class GatedDialogs : public Dialogs
 {
 public:
     GatedDialogs(Dialogs& dialogs, const ProgramEnd& end) : m_dialogs(dialogs), m_end(end) {}
     BoxAnswer Show(const Box& box) override;
     std::string AskPassword(const std::string& text, const std::string& title) override;
+    std::string BrowseFolder(const std::string& title, const std::string& startIn) override;
+    std::string OpenFile(const std::string& title, const std::string& startIn) override;
 
 private:
+    using Question = std::string (Dialogs::*)(const std::string&, const std::string&);
+    std::string ask(Question question, const std::string& first, const std::string& second);
+
     Dialogs& m_dialogs;
     const ProgramEnd& m_end;
 };

@@ -65,6 +65,13 @@ void OptionsControls::EnableOptionsControls()
     }
 }
 
+void OptionsControls::FreeOptions()
+{
+    EnableOptionsControls();
+    SetFormEnabled(true);
+    FocusOk();
+}
+
 void OptionsControls::SetFormEnabled(bool enabled)
 {
     if (m_forms.options)

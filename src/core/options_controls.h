@@ -22,7 +22,10 @@ public:
     // while a connection is made for the terminal.
     void EnableOptionsControls();
 
-    // Enables or disables the options panel as a whole; its Ok button then gets the focus if asked for.
+    // Gives the options panel back to the user, with the focus on its Ok button.
+    void FreeOptions();
+
+    // The parts of it: the panel as a whole, and the focus.
     void SetFormEnabled(bool enabled);
     void FocusOk();
     void SetCaption(const std::string& caption);

@@ -27,20 +27,27 @@ struct ProgramState {
     std::int16_t ChosenLogger = 0;  // picked in a list
 
     // What is open or going on.
-    bool OptionsLoaded = false;   // the options panel has loaded, and Ok has not been pressed
-    bool MessagesLoaded = false;  // the progress window has loaded
-    bool TerminalOpen = false;    // the terminal is up
-    bool AddDialogOpen = false;   // the add-a-logger dialog is loaded
-    bool QuietConnect = false;    // connecting for the terminal: no progress window
-    bool StopLinkWork = false;    // the options panel was closed: connecting and login tests give up
-    bool StopSearch = false;      // the options panel was closed: the port search gives up
-    bool SearchRunning = false;   // a port search runs
-    bool TestRunning = false;     // a test or modem reset of the add dialog runs
-    bool AbortWait = false;       // a running wait for a reply gives up
-    bool AddingLogger = false;    // a logger is being entered by hand
-    bool NewLoggerMode = false;   // the panel that loads next is that of a new logger
-    bool EditingExisting = false; // the add dialog changes an existing logger
-    bool DeletingLogger = false;  // a record is being deleted: building one does not save
+    bool OptionsLoaded = false;     // the options panel has loaded, and Ok has not been pressed
+    bool MessagesLoaded = false;    // the progress window has loaded
+    bool TerminalOpen = false;      // the terminal is up
+    bool AddDialogOpen = false;     // the add-a-logger dialog is loaded
+    bool QuietConnect = false;      // connecting for the terminal: no progress window
+    bool StopLinkWork = false;      // the options panel was closed: connecting and login tests give up
+    bool StopSearch = false;        // the options panel was closed: the port search gives up
+    bool SearchRunning = false;     // a port search runs
+    bool TestRunning = false;       // a test or modem reset of the add dialog runs
+    bool AbortWait = false;         // a running wait for a reply gives up
+    bool AddingLogger = false;      // a logger is being entered by hand
+    bool AddRebuildPending = false; // the list has the logger that is being added already: it is not made anew
+    bool NewLoggerMode = false;     // the panel that loads next is that of a new logger
+    bool EditingExisting = false;   // the add dialog changes an existing logger
+    bool DeletingLogger = false;    // a record is being deleted: building one does not save
+    bool ClearMode = false;         // connecting to a logger to clear its programs
+
+    // What the editors of a logger's panel are opened for.
+    std::string ListKind;     // "Email": its delivery lists; "Disk": its save folder
+    std::string RunEditKind;  // "Program" or "Command"
+    std::string AllowedChars; // the character set of the field filter that ran last
 
     // The two lists of the options panel.
     ListState cbxUnload_Ports;

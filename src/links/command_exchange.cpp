@@ -86,15 +86,14 @@ void CommandExchange::ReceiveText(const std::string& source)
     else if (source == "Ethernet")
         m_link.ReceivedText = m_link.EthernetChunk;
     txtCharacterWindow.Append(m_link.ReceivedText);
-    txtTerminal += m_link.ReceivedText;
+    txtTerminal.Append(m_link.ReceivedText);
     if (!m_state.TerminalOpen) {
         // Nobody reads the copy now, and a device that never stops sending must not fill the memory.
-        if (txtTerminal.size() > KeptUnread)
-            txtTerminal.erase(0, txtTerminal.size() - KeptUnread);
+        txtTerminal.KeepEnd(KeptUnread);
         return;
     }
     if (m_forms.terminal && !m_state.QuietConnect && !m_state.SearchRunning && !m_state.TestRunning)
-        m_forms.terminal->ShowReceived(txtTerminal);
+        txtTerminal.ShowOn(*m_forms.terminal);
 }
 
 } // namespace harvelop

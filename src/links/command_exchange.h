@@ -10,6 +10,7 @@
 #include "links/modRS232.h"
 #include "links/receive_window.h"
 #include "links/response_scan.h"
+#include "links/terminal_text.h"
 
 #include <string>
 
@@ -37,11 +38,11 @@ public:
     void SendAndWait(const std::string& command, const Markers& markers, double timeoutMs = 0);
 
     // Takes what has arrived: `source` is "ComPort" or "Ethernet". The terminal, if it is open and nothing else works
-    // on the link, shows it.
+    // on the link, is shown all that it has not seen yet.
     void ReceiveText(const std::string& source);
 
     ReceiveWindow txtCharacterWindow; // where replies are looked for
-    std::string txtTerminal;          // a copy of all that arrives, for the terminal; only its end while none is open
+    TerminalText txtTerminal;         // a copy of all that arrives, for the terminal; only its end while none is open
 
 private:
     std::string takeReply(const MarkerMatch& match, const Markers& markers, bool includeMarkers, bool trimWindow);

@@ -28,6 +28,10 @@ struct LinkState {
     std::string FlowControl;                        // the word last passed to SetComSettings
     bool NoPermissionTold = false;                  // a port that the user may not open is told once
 
+    // The network link.
+    std::string IPProtocol;         // of the latest opening: "TCP", or "UDP", which carries nothing
+    bool EthernetConnected = false; // the connection stands
+
     // The exchange.
     double DefaultTimeout = 5000; // milliseconds; callers change it for a stretch of work and restore it
     std::string ResponseStatus;   // "PASS" or "FAIL" of the latest wait for a reply

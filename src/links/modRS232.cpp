@@ -198,10 +198,15 @@ void modRS232::SetComSettings(const std::string& baud, const std::string& parity
     if (m_state.StopSearch)
         return;
     MSComm1.Settings(baud + "," + parity + "," + dataBits + "," + stopBits);
+    SetHandshaking(flow);
+    m_link.FlowControl = flow;
+}
+
+void modRS232::SetHandshaking(const std::string& flow)
+{
     for (const auto& [word, handshaking] : FlowWords)
         if (flow == word)
             MSComm1.Handshaking(handshaking);
-    m_link.FlowControl = flow;
 }
 
 void modRS232::ComSend(const std::string& text)

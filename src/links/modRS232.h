@@ -54,6 +54,9 @@ public:
     void SetComSettings(const std::string& baud, const std::string& parity, const std::string& dataBits,
                         const std::string& stopBits, const std::string& flow);
 
+    // Sets the handshaking alone, by the same words.
+    void SetHandshaking(const std::string& flow);
+
     void ComSend(const std::string& text); // one line; CR LF is added
 
     // The one door for bytes to the port. Nothing leaves after the program's end.

@@ -1,4 +1,4 @@
-// Message boxes and questions. Windows show them; the command line prints and asks; tests queue the answers.
+// Message boxes, questions and choosers. Windows show them; the command line prints and asks; tests queue the answers.
 #pragma once
 
 #include <string>
@@ -28,6 +28,13 @@ public:
 
     // Asks for a line of text that is not shown while typed. Empty: cancelled, or nothing entered.
     virtual std::string AskPassword(const std::string& text, const std::string& title) = 0;
+
+    // Lets the user choose an existing folder, beginning in `startIn`. Its path without a trailing separator, but for
+    // the root; empty if the user cancels.
+    virtual std::string BrowseFolder(const std::string& title, const std::string& startIn) = 0;
+
+    // Lets the user choose an existing file of any kind, beginning in `startIn`. Its path; empty if the user cancels.
+    virtual std::string OpenFile(const std::string& title, const std::string& startIn) = 0;
 };
 
 } // namespace harvelop

@@ -62,6 +62,32 @@ TEST(GatedDialogs, APasswordGivenAfterTheEndIsEmpty)
     EXPECT_EQ(gate.AskPassword("Password", "Title"), "");
 }
 
+TEST(GatedDialogs, PassesChoosersOn)
+{
+    ScriptedDialogs dialogs;
+    const ProgramEnd end;
+    GatedDialogs gate(dialogs, end);
+    dialogs.ExpectChooser("/data");
+    dialogs.ExpectChooser("/data/report");
+    EXPECT_EQ(gate.BrowseFolder("Folder", "/home"), "/data");
+    EXPECT_EQ(gate.OpenFile("File", "/data"), "/data/report");
+    ASSERT_EQ(dialogs.choosers.size(), 2u);
+    EXPECT_EQ(dialogs.choosers[0].title, "Folder");
+    EXPECT_EQ(dialogs.choosers[1].startIn, "/data");
+}
+
+TEST(GatedDialogs, AChoiceMadeAfterTheEndIsNone)
+{
+    ScriptedDialogs dialogs;
+    ProgramEnd end;
+    GatedDialogs gate(dialogs, end);
+    dialogs.whileShown = [&] { end.EndProgram(); };
+    dialogs.ExpectChooser("/data");
+    EXPECT_EQ(gate.BrowseFolder("Folder", "/home"), "");
+    EXPECT_EQ(gate.OpenFile("File", "/data"), "");
+    EXPECT_EQ(dialogs.choosers.size(), 1u);
+}
+
 TEST(GatedDataFiles, PassesEverythingOn)
 {
     MemoryFiles files;

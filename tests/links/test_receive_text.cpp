@@ -28,7 +28,7 @@ TEST_F(ReceiveTextTest, TextFromThePortGoesToBothBuffers)
     arrive("ab");
     arrive(std::string("c\0d", 3));
     EXPECT_EQ(exchange.txtCharacterWindow.Text(), std::string("abc\0d", 5));
-    EXPECT_EQ(exchange.txtTerminal, std::string("abc\0d", 5));
+    EXPECT_EQ(exchange.txtTerminal.Unseen(), std::string("abc\0d", 5));
     EXPECT_EQ(link.ReceivedText, std::string("c\0d", 3));
 }
 
@@ -38,7 +38,7 @@ TEST_F(ReceiveTextTest, TextFromTheNetworkGoesToBothBuffers)
     link.EthernetChunk = "cd";
     exchange.ReceiveText("Ethernet");
     EXPECT_EQ(exchange.txtCharacterWindow.Text(), "abcd");
-    EXPECT_EQ(exchange.txtTerminal, "abcd");
+    EXPECT_EQ(exchange.txtTerminal.Unseen(), "abcd");
     EXPECT_EQ(link.ReceivedText, "cd");
 }
 
@@ -124,12 +124,44 @@ TEST_F(ReceiveTextTest, TheTerminalRestsWhileSomethingElseWorksOnTheLink)
     EXPECT_EQ(terminal.received, "xxxy");
 }
 
+TEST_F(ReceiveTextTest, TheTerminalIsHandedOnlyWhatIsNew)
+{
+    state.TerminalOpen = true;
+    arrive("ab");
+    terminal.received.clear();
+    arrive("cd");
+    EXPECT_EQ(terminal.received, "cd");
+}
+
+TEST_F(ReceiveTextTest, AnEmptiedCopyEmptiesThePaneWhenTheNextTextComes)
+{
+    state.TerminalOpen = true;
+    arrive("old");
+    exchange.txtTerminal.clear();
+    EXPECT_EQ(terminal.received, "old");
+    arrive("new");
+    EXPECT_EQ(terminal.received, "new");
+    arrive("er");
+    EXPECT_EQ(terminal.received, "newer");
+}
+
+TEST_F(ReceiveTextTest, WhatWasEmptiedBeforeItWasSeenNeverShows)
+{
+    state.TerminalOpen = state.QuietConnect = true;
+    arrive("TEST0");
+    exchange.txtTerminal.clear();
+    arrive("hello");
+    state.QuietConnect = false;
+    arrive(" you");
+    EXPECT_EQ(terminal.received, "hello you");
+}
+
 TEST_F(ReceiveTextTest, AnOpenTerminalWithoutAWindowIsPassedOver)
 {
     state.TerminalOpen = true;
     forms.terminal = nullptr;
     arrive("x");
-    EXPECT_EQ(exchange.txtTerminal, "x");
+    EXPECT_EQ(exchange.txtTerminal.Unseen(), "x");
 }
 
 TEST_F(ReceiveTextTest, TheTerminalsCopyDoesNotOverflowWhileItIsOpen)
@@ -138,8 +170,8 @@ TEST_F(ReceiveTextTest, TheTerminalsCopyDoesNotOverflowWhileItIsOpen)
     arrive(std::string(65500, 'x'));
     arrive("y");
     EXPECT_EQ(exchange.txtCharacterWindow.Text(), "");
-    EXPECT_EQ(exchange.txtTerminal.size(), 65501u);
-    EXPECT_EQ(terminal.received.size(), 65501u);
+    EXPECT_EQ(terminal.received, std::string(65500, 'x') + "y");
+    EXPECT_TRUE(exchange.txtTerminal.empty());
 }
 
 TEST_F(ReceiveTextTest, OnlyTheEndOfTheTerminalsCopyIsKeptWhileNoneIsOpen)
@@ -147,10 +179,10 @@ TEST_F(ReceiveTextTest, OnlyTheEndOfTheTerminalsCopyIsKeptWhileNoneIsOpen)
     for (int i = 0; i < 100; ++i)
         arrive(std::string(10000, 'x'));
     arrive("the end");
-    EXPECT_EQ(exchange.txtTerminal.size(), 65500u);
-    EXPECT_TRUE(exchange.txtTerminal.ends_with("xthe end"));
+    EXPECT_EQ(exchange.txtTerminal.Unseen().size(), 65500u);
+    EXPECT_TRUE(exchange.txtTerminal.Unseen().ends_with("xthe end"));
     arrive(std::string(200000, 'z'));
-    EXPECT_EQ(exchange.txtTerminal, std::string(65500, 'z'));
+    EXPECT_EQ(exchange.txtTerminal.Unseen(), std::string(65500, 'z'));
 }
 
 TEST_F(ReceiveTextTest, AFloodEmptiesTheWindowAgainAndAgain)

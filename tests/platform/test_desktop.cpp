@@ -183,6 +183,31 @@ TEST_F(DesktopTest, ShortcutOfTheSameNameIsReplaced)
     EXPECT_NE(text.find("Exec=/opt/harvel ::2\n"), std::string::npos) << text;
 }
 
+TEST_F(DesktopTest, ShortcutsThatAFileNameCannotTellApartStandBesideEachOther)
+{
+    const std::string longName(300, 'x');
+    const std::vector<std::string> names = {"at 10/11", "at 10_11", "at 10/11", longName + "1", longName + "2"};
+    for (const std::string& name : names)
+        EXPECT_TRUE(desktop.CreateShortcut({name, "/opt/harvel", {"::1"}, ""}));
+    const QDir made(QDir::homePath() + "/Desktop");
+    EXPECT_EQ(made.entryList({"at 10*"}, QDir::Files), (QStringList{"at 10_11.desktop", "at 10_11_2.desktop"}));
+    EXPECT_EQ(made.entryList({"xxx*"}, QDir::Files).size(), 2);
+}
+
+TEST_F(DesktopTest, WhatStandsInTheWayOfAShortcutStays)
+{
+    ASSERT_TRUE(desktop.CreateShortcut({"first", "/opt/harvel", {"::1"}, ""}));
+    ASSERT_TRUE(fs::create_directory(DesktopFile("folder.desktop")));
+    ASSERT_EQ(mkfifo(DesktopFile("pipe.desktop").c_str(), 0600), 0);
+    std::ofstream(DesktopFile("mine.desktop")) << "my own text";
+    for (const char* name : {"folder", "pipe", "mine"}) {
+        EXPECT_TRUE(desktop.CreateShortcut({name, "/opt/harvel", {"::1"}, ""})) << name;
+        EXPECT_EQ(ExecOf(name + std::string("_2")), "/opt/harvel ::1");
+    }
+    EXPECT_EQ(fs::file_size(DesktopFile("mine.desktop")), 11U);
+    fs::remove(DesktopFile("pipe.desktop"));
+}
+
 TEST_F(DesktopTest, ShortcutThatCannotBeExpressedIsNotMade)
 {
     EXPECT_FALSE(desktop.CreateShortcut({"bad", "/opt/harvel", {"latin\xfc"}, ""}));

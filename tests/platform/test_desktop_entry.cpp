@@ -110,6 +110,23 @@ TEST(DesktopEntry, BlankAtTheFrontOfANameIsKept)
     EXPECT_EQ(ValueOf(*DesktopEntryText({"two\nlines", "/x", {}, ""}), "Name"), "two lines");
 }
 
+TEST(DesktopEntry, NameThatCannotBeShownIsShownAsFarAsItCan)
+{
+    EXPECT_EQ(ValueOf(*DesktopEntryText({"M\xfchle", "/x", {}, ""}), "Name"), "M\xef\xbf\xbdhle");
+    EXPECT_EQ(ValueOf(*DesktopEntryText({std::string("a\0b", 3), "/x", {}, ""}), "Name"), "a b");
+}
+
+TEST(DesktopEntry, ShortcutIsKnownByItsWholeName)
+{
+    const std::vector<std::string> names = {"a/b", "a_b", "a", "b", " a", "a\\", "Exec=a", "M\xfchle"};
+    for (const std::string& name : names) {
+        const std::string text = *DesktopEntryText({name, "/x", {"Name=a"}, ""});
+        for (const std::string& other : names)
+            EXPECT_EQ(HasName(text, other), name == other) << name << " " << other;
+    }
+    EXPECT_FALSE(HasName("", ""));
+}
+
 TEST(DesktopEntry, WhatTheFormatCannotHoldIsRefused)
 {
     EXPECT_FALSE(DesktopEntryText({"name", "/x", {std::string("a\0b", 3)}, ""}));
@@ -126,12 +143,17 @@ TEST(DesktopEntry, FileNameHoldsWhatAFileNameCan)
     EXPECT_EQ(DesktopFileName("../../etc"), "_.._.._etc.desktop");
     EXPECT_EQ(DesktopFileName(""), "_.desktop");
     EXPECT_EQ(DesktopFileName(std::string("a\0b", 3)), "a_b.desktop");
+    EXPECT_EQ(DesktopFileName("M\xfchle"), "M\xef\xbf\xbdhle.desktop");
+    EXPECT_EQ(DesktopFileName("a/b", 2), "a_b_2.desktop");
     std::string longName = "x";
     while (longName.size() < 300)
         longName += "\xc3\xbc";
     const std::string name = DesktopFileName(longName);
     EXPECT_LE(name.size(), 240U);
     EXPECT_TRUE(name.ends_with("\xc3\xbc.desktop"));
+    EXPECT_LE(DesktopFileName(longName, 99).size(), 243U);
+    EXPECT_TRUE(DesktopFileName(longName, 99).ends_with("\xc3\xbc_99.desktop"));
+    EXPECT_LE(DesktopFileName(std::string(300, '\xfc')).size(), 240U);
 }
 
 TEST(DesktopEntry, IsValidByTheDesktopsOwnCheck)

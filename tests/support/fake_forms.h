@@ -54,18 +54,28 @@ class FakeAddDialog : public AddForm
 public:
     void SetTopmost(bool topmost) override { steps.emplace_back(topmost ? "set" : "clear"); }
 
+    std::string Caption() const override { return caption; }
+    void SetCaption(const std::string& text) override
+    {
+        caption = text;
+        captions.push_back(text);
+    }
+
     std::vector<std::string> steps;
+    std::string caption;
+    std::vector<std::string> captions;
 };
 
 class FakeTerminal : public TerminalForm
 {
 public:
     void SetCaption(const std::string& text) override { caption = text; }
-    void ShowReceived(const std::string& text) override
+    void Append(const std::string& text) override
     {
-        received = text;
+        received += text;
         ++updates;
     }
+    void ClearReceived() override { received.clear(); }
     void Close() override { ++closed; }
 
     std::string caption;

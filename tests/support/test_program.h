@@ -4,6 +4,7 @@
 #include "app/program.h"
 #include "support/fake_desktop.h"
 #include "support/fake_serial.h"
+#include "support/fake_sockets.h"
 #include "support/memory_files.h"
 #include "support/scripted_dialogs.h"
 #include "support/virtual_pump.h"
@@ -14,11 +15,12 @@ namespace harvelop::test
 struct TestProgram {
     VirtualPump pump;
     FakeSerial serial{pump};
+    FakeSockets sockets{pump};
     ScriptedDialogs dialogs;
     MemoryFiles files;
     MemorySettings settings;
     FakeDesktop desktop;
-    Program heart{{pump, serial, dialogs, files, settings, desktop}};
+    Program heart{{pump, serial, sockets, dialogs, files, settings, desktop}};
 
     static constexpr const char* Directory = "/home/user/loggers";
     static constexpr const char* OptionsIni = "/home/user/loggers/options.ini";

@@ -53,10 +53,17 @@ std::string EscapeValue(const std::string& text)
     return escaped;
 }
 
-std::string WithoutControls(std::string text, char substitute)
+// A name that can be shown everywhere: whole characters, none of which controls anything.
+std::string Showable(const std::string& name, char substitute)
 {
+    std::string text = QString::fromStdString(name).toStdString();
     std::replace_if(text.begin(), text.end(), IsControl, substitute);
     return text;
+}
+
+std::string NameLine(const std::string& shortcutName)
+{
+    return "\nName=" + EscapeValue(Showable(shortcutName, ' ')) + "\n";
 }
 
 } // namespace
@@ -84,20 +91,24 @@ std::optional<std::string> DesktopEntryText(const Shortcut& shortcut)
     command += QuoteExecArgument(shortcut.program);
     for (const std::string& argument : shortcut.arguments)
         command += " " + QuoteExecArgument(argument);
-    const std::string name = WithoutControls(shortcut.name, ' ');
-    if (!Expressible(command) || !Expressible(name) || !Expressible(shortcut.workingDirectory))
+    if (!Expressible(command) || !Expressible(shortcut.workingDirectory))
         return std::nullopt;
-    std::string text = "[Desktop Entry]\nType=Application\nName=" + EscapeValue(name);
-    text += "\nExec=" + EscapeValue(command);
+    std::string text = "[Desktop Entry]\nType=Application" + NameLine(shortcut.name);
+    text += "Exec=" + EscapeValue(command);
     if (!shortcut.workingDirectory.empty())
         text += "\nPath=" + EscapeValue(shortcut.workingDirectory);
     return text + "\nTerminal=false\n";
 }
 
-std::string DesktopFileName(const std::string& shortcutName)
+bool HasName(const std::string& entryText, const std::string& shortcutName)
+{
+    return entryText.find(NameLine(shortcutName)) != std::string::npos;
+}
+
+std::string DesktopFileName(const std::string& shortcutName, int number)
 {
     constexpr size_t LongestStem = 230; // leaves room for the ending, and for that of a file in the making
-    std::string name = WithoutControls(shortcutName, '_');
+    std::string name = Showable(shortcutName, '_');
     std::replace(name.begin(), name.end(), '/', '_');
     if (name.empty() || name.front() == '.') // would be hidden
         name.insert(0, "_");
@@ -108,7 +119,7 @@ std::string DesktopFileName(const std::string& shortcutName)
             --end;
         name.resize(end);
     }
-    return name + ".desktop";
+    return (number > 1 ? name + "_" + std::to_string(number) : name) + ".desktop";
 }
 
 } // namespace harvelop

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <QProcess>
@@ -55,6 +56,19 @@ std::string ProgramForShortcut(const std::string& path)
     if (const auto beside = FindProgram(QCoreApplication::applicationDirPath() + '/' + name); beside && !name.isEmpty())
         return beside->toStdString();
     return WithoutEnding(wanted).toStdString();
+}
+
+// Where a shortcut of this name stands already, or else where no other file does.
+std::string ShortcutPath(const QString& folder, const std::string& name)
+{
+    constexpr qint64 LongestLookedAt = 1 << 20;
+    for (int number = 1;; ++number) {
+        QFile file(folder + '/' + QString::fromStdString(DesktopFileName(name, number)));
+        const QFileInfo about(file);
+        if (!about.exists() ||
+            (about.isFile() && file.open(QFile::ReadOnly) && HasName(file.read(LongestLookedAt).toStdString(), name)))
+            return file.fileName().toStdString();
+    }
 }
 
 } // namespace
@@ -109,7 +123,7 @@ bool QtDesktop::CreateShortcut(const Shortcut& shortcut)
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     if (!text || !QDir().mkpath(folder))
         return false;
-    return ReplaceFile(folder.toStdString() + '/' + DesktopFileName(shortcut.name), *text, Startable) == 0;
+    return ReplaceFile(ShortcutPath(folder, shortcut.name), *text, Startable) == 0;
 }
 
 } // namespace harvelop

@@ -2,6 +2,9 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -81,6 +84,23 @@ void RiseAbove(QDialog& dialog)
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint, covered);
 }
 
+// A path that the user chooses; empty if the dialog was cancelled, or went away while it stood open.
+std::string Choose(QFileDialog::FileMode mode, const std::string& title, const std::string& startIn)
+{
+    const QPointer<QFileDialog> window = new QFileDialog(QApplication::activeWindow());
+    window->setObjectName("dlgChoose");
+    window->setWindowTitle(QString::fromStdString(title));
+    window->setFileMode(mode);
+    window->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
+    window->setNameFilter("All Files (*)");
+    window->setDirectory(QFile::decodeName(QByteArray::fromStdString(startIn)));
+    RiseAbove(*window);
+    const bool accepted = window->exec() == QDialog::Accepted && window;
+    const QStringList chosen = accepted ? window->selectedFiles() : QStringList();
+    delete window;
+    return chosen.isEmpty() ? std::string() : QFile::encodeName(QDir::cleanPath(chosen.front())).toStdString();
+}
+
 void Fill(QMessageBox& window, const Box& box)
 {
     window.setObjectName("boxMessage");
@@ -138,6 +158,16 @@ std::string QtDialogs::AskPassword(const std::string& text, const std::string& t
     std::string answer = accepted ? input->text().toStdString() : std::string();
     delete window;
     return answer;
+}
+
+std::string QtDialogs::BrowseFolder(const std::string& title, const std::string& startIn)
+{
+    return Choose(QFileDialog::Directory, title, startIn);
+}
+
+std::string QtDialogs::OpenFile(const std::string& title, const std::string& startIn)
+{
+    return Choose(QFileDialog::ExistingFile, title, startIn);
 }
 
 } // namespace harvelop

@@ -1,4 +1,4 @@
-// Message boxes and questions as windows.
+// Message boxes, questions and choosers as windows.
 #pragma once
 
 #include "platform/dialogs.h"
@@ -13,6 +13,8 @@ class QtDialogs : public Dialogs
 public:
     BoxAnswer Show(const Box& box) override;
     std::string AskPassword(const std::string& text, const std::string& title) override;
+    std::string BrowseFolder(const std::string& title, const std::string& startIn) override;
+    std::string OpenFile(const std::string& title, const std::string& startIn) override;
 };
 
 } // namespace harvelop

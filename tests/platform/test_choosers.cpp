@@ -1,0 +1,121 @@
+#include "platform/qt/qt_dialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace harvelop::test
+{
+
+namespace
+{
+
+// Does `work` with the chooser that opens next. One that is still there afterwards is closed and fails the test.
+void withNext(const std::function<void(QFileDialog&)>& work)
+{
+    auto* looking = new QTimer(qApp);
+    QObject::connect(looking, &QTimer::timeout, looking, [looking, work] {
+        const QPointer<QFileDialog> chooser = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!chooser)
+            return;
+        looking->stop();
+        looking->deleteLater();
+        work(*chooser);
+        if (chooser && chooser->isVisible()) {
+            ADD_FAILURE() << "the chooser still stands open";
+            chooser->reject();
+        }
+    });
+    looking->start(1);
+}
+
+// Types a name and presses Enter.
+void choose(QFileDialog& chooser, const QString& name)
+{
+    auto* field = chooser.findChild<QLineEdit*>("fileNameEdit");
+    ASSERT_TRUE(field);
+    field->setText(name);
+    QTest::keyClick(field, Qt::Key_Return);
+}
+
+struct Choosers : testing::Test {
+    void SetUp() override
+    {
+        ASSERT_TRUE(scratch.isValid());
+        ASSERT_TRUE(QDir(scratch.path()).mkdir(QString::fromUtf8("m\xC3\xBCll, alt")));
+        QFile report(scratch.path() + "/report");
+        ASSERT_TRUE(report.open(QIODevice::WriteOnly));
+    }
+    std::string Path(const char* name = "") const { return scratch.path().toStdString() + name; }
+
+    QTemporaryDir scratch;
+    QtDialogs dialogs;
+};
+
+} // namespace
+
+TEST_F(Choosers, AFolderIsGivenWithoutATrailingSeparator)
+{
+    withNext([&](QFileDialog& chooser) {
+        EXPECT_EQ(chooser.windowTitle(), "Choose a Folder");
+        EXPECT_EQ(chooser.directory().path(), scratch.path());
+        EXPECT_EQ(chooser.fileMode(), QFileDialog::Directory);
+        choose(chooser, QString::fromUtf8("m\xC3\xBCll, alt/"));
+    });
+    EXPECT_EQ(dialogs.BrowseFolder("Choose a Folder", Path("/")), Path("/m\xC3\xBCll, alt"));
+}
+
+TEST_F(Choosers, TheRootKeepsItsSeparator)
+{
+    withNext([](QFileDialog& chooser) { choose(chooser, "/"); });
+    EXPECT_EQ(dialogs.BrowseFolder("Choose a Folder", Path()), "/");
+}
+
+TEST_F(Choosers, AFileIsGivenByItsPath)
+{
+    withNext([](QFileDialog& chooser) {
+        EXPECT_EQ(chooser.fileMode(), QFileDialog::ExistingFile);
+        choose(chooser, "report");
+    });
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), Path("/report"));
+}
+
+TEST_F(Choosers, ACancelledOrClosedChooserGivesNothing)
+{
+    for (const auto& cancel :
+         {std::function([](QFileDialog& chooser) { chooser.reject(); }),
+          std::function([](QFileDialog& chooser) { chooser.close(); }),
+          std::function([](QFileDialog& chooser) { QTest::keyClick(&chooser, Qt::Key_Escape); })}) {
+        withNext(cancel);
+        EXPECT_EQ(dialogs.BrowseFolder("Choose", Path()), "");
+        withNext(cancel);
+        EXPECT_EQ(dialogs.OpenFile("Choose", Path()), "");
+    }
+}
+
+TEST_F(Choosers, AFolderThatIsGoneIsNoPlaceToBeginAndNoHindrance)
+{
+    withNext([](QFileDialog& chooser) { chooser.reject(); });
+    EXPECT_EQ(dialogs.BrowseFolder("Choose", Path("/gone/long/ago/")), "");
+}
+
+TEST_F(Choosers, AChooserWhoseWindowGoesAwayGivesNothing)
+{
+    const QPointer<QWidget> owner = new QWidget;
+    owner->show();
+    owner->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(owner));
+    withNext([&](QFileDialog&) { delete owner; });
+    EXPECT_EQ(dialogs.BrowseFolder("Choose", Path()), "");
+}
+
+} // namespace harvelop::test
