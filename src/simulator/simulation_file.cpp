@@ -79,11 +79,20 @@ bool readPace(const json& value, LoggerConfig& logger)
     return value.is_boolean();
 }
 
-struct Key {
+bool readModemFailure(const json& value, ModemConfig& modem)
+{
+    const auto failure = value.is_string() ? ModemFailureByName(value.get_ref<const std::string&>()) : std::nullopt;
+    modem.failure = failure.value_or(ModemFailure::None);
+    return failure.has_value();
+}
+
+template <typename Setup> struct KeyOf {
     std::string_view name;
     std::string_view takes;
-    bool (*read)(const json&, LoggerSetup&);
+    bool (*read)(const json&, Setup&);
 };
+using Key = KeyOf<LoggerSetup>;
+using ModemKey = KeyOf<ModemSetup>;
 
 constexpr auto Keys = std::to_array<Key>({
     {"name", "a text for people", [](const json& v, LoggerSetup& s) { return readText(v, s.name); }},
@@ -126,6 +135,43 @@ constexpr auto Keys = std::to_array<Key>({
      [](const json& v, LoggerSetup& s) { return readMs(v, s.logger.lateMs); }},
 });
 
+// The phone book is read apart, as its entries are loggers.
+constexpr std::string_view PhoneBookKey = "phoneBook";
+
+constexpr auto ModemKeys = std::to_array<ModemKey>({
+    {PhoneBookKey, "{\"NUMBER\": {a logger's keys}, ...}: who answers at which number",
+     [](const json& v, ModemSetup&) { return v.is_object(); }},
+    {"com", "a whole number from 1 to 16: the com port that its pty is meant for",
+     [](const json& v, ModemSetup& s) { return readWhole(v, 1, 16, s.com); }},
+    {"link", "the path of a symbolic link to make for the pty",
+     [](const json& v, ModemSetup& s) { return readText(v, s.link) && !s.link.empty(); }},
+    {"baud", "a whole number from 50 to 4000000: of the pty; 9600 without it",
+     [](const json& v, ModemSetup& s) { return readWhole(v, 50, 4000000, s.modem.baud); }},
+    {"speed", "a text: what it reports with CONNECT; \"9600\" without it",
+     [](const json& v, ModemSetup& s) { return readText(v, s.modem.speed); }},
+    {"delay", "milliseconds from a command to its answer; 20 without it",
+     [](const json& v, ModemSetup& s) { return readMs(v, s.modem.answerMs); }},
+    {"connect", "milliseconds from dialling to the answer; 2000 without it",
+     [](const json& v, ModemSetup& s) { return readMs(v, s.modem.connectMs); }},
+    {"guard", "milliseconds of silence around \"+++\"; 50 without it",
+     [](const json& v, ModemSetup& s) { return readMs(v, s.modem.guardMs); }},
+    {"failure", "Silent, Error, Busy, NoCarrier, NoAnswer, Garbage or DropsCall",
+     [](const json& v, ModemSetup& s) { return readModemFailure(v, s.modem); }},
+    {"dropAfter", "milliseconds: DropsCall, how long a call stands; 3000 without it",
+     [](const json& v, ModemSetup& s) { return readMs(v, s.modem.dropAfterMs); }},
+});
+
+template <typename Table> std::string helpOf(const Table& keys)
+{
+    std::string help;
+    for (const auto& key : keys) {
+        std::string name(key.name);
+        name.resize(10, ' ');
+        help += "  " + name + " " + std::string(key.takes) + "\n";
+    }
+    return help;
+}
+
 std::string inQuotes(const std::string& text)
 {
     return json(text).dump(-1, ' ', false, json::error_handler_t::replace);
@@ -162,6 +208,11 @@ struct Reading {
     std::map<std::string, std::string> taken; // places that only one logger can have, and which has it
 
     void readLogger(const json& entry);
+    void readModem(const json& entry);
+    void tell(const std::string& who, const std::string& fault) { file.errors.push_back(who + ": " + fault); }
+    template <typename Table, typename Setup>
+    void readKeys(const json& entry, const std::string& who, const Table& keys, Setup& setup);
+    LoggerSetup readSetup(const json& entry, const std::string& who);
     void claim(const std::string& place, const std::string& logger);
 };
 
@@ -172,27 +223,39 @@ void Reading::claim(const std::string& place, const std::string& logger)
         file.errors.push_back(logger + ": " + place + " is taken by " + holder->second);
 }
 
-void Reading::readLogger(const json& entry)
+template <typename Table, typename Setup>
+void Reading::readKeys(const json& entry, const std::string& who, const Table& keys, Setup& setup)
+{
+    for (const auto& [name, value] : entry.items()) {
+        const auto key = std::ranges::find_if(keys, [&word = name](const auto& one) { return one.name == word; });
+        if (key == keys.end())
+            tell(who, "unknown key " + inQuotes(name));
+        else if (!key->read(value, setup))
+            tell(who, inQuotes(name) + " takes " + std::string(key->takes));
+    }
+}
+
+LoggerSetup Reading::readSetup(const json& entry, const std::string& who)
 {
     LoggerSetup setup;
-    const std::string logger = "logger " + std::to_string(file.loggers.size() + 1);
-    const auto tell = [&](const std::string& fault) { file.errors.push_back(logger + ": " + fault); };
     const std::size_t before = file.errors.size();
     if (!entry.is_object()) {
-        tell("is no object {...}");
+        tell(who, "is no object {...}");
     } else {
-        for (const auto& [name, value] : entry.items()) {
-            const auto key = std::ranges::find(Keys, name, &Key::name);
-            if (key == Keys.end())
-                tell("unknown key " + inQuotes(name));
-            else if (!key->read(value, setup))
-                tell(inQuotes(name) + " takes " + std::string(key->takes));
-        }
+        readKeys(entry, who, Keys, setup);
         if (!entry.contains("model"))
-            tell("has no \"model\"");
+            tell(who, "has no \"model\"");
     }
     if (file.errors.size() == before)
-        std::ranges::for_each(faults(setup), tell);
+        for (const std::string& fault : faults(setup))
+            tell(who, fault);
+    return setup;
+}
+
+void Reading::readLogger(const json& entry)
+{
+    const std::string logger = "logger " + std::to_string(file.loggers.size() + 1);
+    LoggerSetup setup = readSetup(entry, logger);
     if (setup.com > 0)
         claim("com " + std::to_string(setup.com), logger);
     if (!setup.link.empty())
@@ -200,6 +263,31 @@ void Reading::readLogger(const json& entry)
     if (setup.tcpPort > 0)
         claim("TCP port " + std::to_string(setup.tcpPort), logger);
     file.loggers.push_back(std::move(setup));
+}
+
+void Reading::readModem(const json& entry)
+{
+    const std::string who = "modem";
+    if (!entry.is_object())
+        return tell(who, "is no object {...}");
+    ModemSetup setup;
+    readKeys(entry, who, ModemKeys, setup);
+    const auto book = entry.find(PhoneBookKey);
+    if (book != entry.end() && book->is_object()) {
+        if (book->size() > MostLoggers)
+            tell(who, "the phone book takes " + std::to_string(MostLoggers) + " loggers");
+        for (const auto& [number, logger] : book->items()) {
+            const std::string callee = "number " + inQuotes(number);
+            const LoggerSetup called = setup.phoneBook[number] = readSetup(logger, callee);
+            if (called.com > 0 || called.IsTcp() || !called.link.empty())
+                tell(callee, "\"com\", \"port\" and \"link\" are for a logger with a line of its own");
+        }
+    }
+    if (setup.com > 0)
+        claim("com " + std::to_string(setup.com), who);
+    if (!setup.link.empty())
+        claim("link " + inQuotes(setup.link), who);
+    file.modem = std::move(setup);
 }
 
 } // namespace
@@ -219,7 +307,7 @@ SimulationFile ReadSimulationFile(std::string_view text)
 
     Reading reading;
     for (const auto& [name, value] : root.items())
-        if (name != "loggers")
+        if (name != "loggers" && name != "modem")
             reading.file.errors.push_back("unknown key " + inQuotes(name));
     const json& loggers = root["loggers"];
     if (loggers.empty() || loggers.size() > MostLoggers) {
@@ -228,18 +316,19 @@ SimulationFile ReadSimulationFile(std::string_view text)
     }
     for (const json& entry : loggers)
         reading.readLogger(entry);
+    if (root.contains("modem"))
+        reading.readModem(root["modem"]);
     return reading.file;
 }
 
 std::string SimulationFileHelp()
 {
-    std::string help;
-    for (const Key& key : Keys) {
-        std::string name(key.name);
-        name.resize(10, ' ');
-        help += "  " + name + " " + std::string(key.takes) + "\n";
-    }
-    return help;
+    return helpOf(Keys);
+}
+
+std::string ModemHelp()
+{
+    return helpOf(ModemKeys);
 }
 
 } // namespace harvelop

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "simulator/logger_config.h"
+#include "simulator/simulated_modem.h"
 
 #include <cstddef>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,18 +25,28 @@ struct LoggerSetup {
     bool IsTcp() const { return tcpPort >= 0; }
 };
 
+// A modem on a pseudo terminal, and the loggers that can be called through it.
+struct ModemSetup {
+    ModemConfig modem;
+    int com = 0;                                  // the com port that it is meant for, 1 to 16; 0: none
+    std::string link;                             // a symbolic link to make for it; empty: none
+    std::map<std::string, LoggerSetup> phoneBook; // by number
+};
+
 struct SimulationFile {
     std::vector<LoggerSetup> loggers;
     std::vector<std::string> errors; // one sentence each; none if the text is good
+    std::optional<ModemSetup> modem = {};
 };
 
 constexpr std::size_t LargestSimulationFile = 1 << 20; // characters; a longer text is refused
 
-// Reads {"loggers":[{"model":"KR40", ...}, ...]}; SimulationFileHelp() tells the keys. Everything that is wrong is
-// told, not only the first; no error text holds a password.
+// Reads {"loggers":[{"model":"KR40", ...}, ...], "modem":{"phoneBook":{"555":{"model":"KR40"}}, ...}}; the help texts
+// tell the keys. Everything that is wrong is told, not only the first; no error text holds a password.
 SimulationFile ReadSimulationFile(std::string_view json);
 
-// Every key of a logger and what it takes, one line each.
-std::string SimulationFileHelp();
+// Every key and what it takes, one line each.
+std::string SimulationFileHelp(); // of a logger
+std::string ModemHelp();
 
 } // namespace harvelop

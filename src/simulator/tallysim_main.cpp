@@ -42,7 +42,8 @@ int showHelp()
            "  --list-models    the models, each with its series\n"
            "  --list-failures  the failure modes and what they do\n\n"
            "FILE holds {\"loggers\": [{\"model\": \"KR40\", \"com\": 1, \"baud\": 115200}, ...]}. A logger's keys:\n"
-        << SimulationFileHelp();
+        << SimulationFileHelp() << "\nBeside \"loggers\" it may hold \"modem\": {...}, a modem on a pty. Its keys:\n"
+        << ModemHelp();
     return Done;
 }
 
@@ -78,6 +79,30 @@ std::unique_ptr<SimulatedLine> openLine(const LoggerSetup& setup, std::string& e
     return PtyLine::Open(std::move(logger), static_cast<unsigned>(setup.logger.baud), setup.link, error);
 }
 
+std::unique_ptr<SimulatedLine> openModem(const ModemSetup& setup, std::string& error)
+{
+    PhoneBook book;
+    for (const auto& [number, logger] : setup.phoneBook)
+        book[number] = std::make_shared<SimulatedLogger>(logger.logger);
+    return PtyLine::Open(std::make_unique<SimulatedModem>(setup.modem, std::move(book)),
+                         static_cast<unsigned>(setup.modem.baud), setup.link, error);
+}
+
+std::string described(const ModemSetup& setup, const std::string& place)
+{
+    std::ostringstream line;
+    line << std::left << std::setw(8) << (setup.com > 0 ? "com " + std::to_string(setup.com) : "-") << std::setw(17)
+         << place << std::setw(9) << setup.modem.baud << "modem";
+    if (!setup.link.empty())
+        line << "  " << setup.link;
+    for (const ModemFailureMode& mode : ModemFailureModes())
+        if (mode.failure == setup.modem.failure && mode.failure != ModemFailure::None)
+            line << "  " << mode.name;
+    for (const auto& [number, logger] : setup.phoneBook)
+        line << "\n        " << number << "  " << logger.logger.model;
+    return line.str();
+}
+
 std::string describe(const LoggerSetup& setup, const std::string& place)
 {
     const auto row = FindModel(setup.logger.model, setup.logger.series);
@@ -106,13 +131,27 @@ std::string assignment(const LoggerSetup& setup, const std::string& place, std::
     return "";
 }
 
-void announce(const std::vector<LoggerSetup>& setups, const SimulationLoop& loop, bool withAssignments)
+std::string assignment(const ModemSetup& setup, const std::string& place)
 {
+    return setup.com > 0
+               ? "HARVELOP_COM" + std::to_string(setup.com) + "=" + (setup.link.empty() ? place : setup.link) + "\n"
+               : "";
+}
+
+// The lines are those of the loggers, then that of the modem.
+void announce(const SimulationFile& simulation, const SimulationLoop& loop, bool withAssignments)
+{
+    const std::vector<LoggerSetup>& setups = simulation.loggers;
     std::string assignments;
     for (std::size_t i = 0; i < setups.size(); ++i) {
         const std::string place = loop.Lines()[i]->Place();
         std::cout << describe(setups[i], place) << '\n';
         assignments += assignment(setups[i], place, i + 1);
+    }
+    if (simulation.modem) {
+        const std::string place = loop.Lines().back()->Place();
+        std::cout << described(*simulation.modem, place) << '\n';
+        assignments += assignment(*simulation.modem, place);
     }
     std::cout << (withAssignments ? assignments : "") << "ready" << std::endl;
 }
@@ -164,7 +203,16 @@ int simulate(const std::string& path, bool withAssignments)
         }
         loop.Add(std::move(line));
     }
-    announce(simulation.loggers, loop, withAssignments);
+    if (simulation.modem) {
+        std::string error;
+        auto line = openModem(*simulation.modem, error);
+        if (!line) {
+            complain(error);
+            return Failed;
+        }
+        loop.Add(std::move(line));
+    }
+    announce(simulation, loop, withAssignments);
     loop.Run(ending.Get());
     return Done;
 }

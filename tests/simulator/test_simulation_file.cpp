@@ -193,4 +193,48 @@ TEST(SimulationFile, HelpTellsEveryKey)
         EXPECT_THAT(SimulationFileHelp(), HasSubstr("  " + std::string(key) + " "));
 }
 
+TEST(SimulationFile, ReadsAModemAndItsPhoneBook)
+{
+    const auto file = ReadSimulationFile(R"({"loggers": [{"model": "KR40"}], "modem": {"com": 4, "link": "/tmp/x/com4",
+        "baud": 19200, "speed": "2400", "delay": 5, "connect": 700, "guard": 60, "failure": "DropsCall",
+        "dropAfter": 900, "phoneBook": {"555": {"model": "KR200", "password": "sesame"}, "7": {"model": "KR41"}}}})");
+    EXPECT_THAT(file.errors, IsEmpty());
+    ASSERT_TRUE(file.modem);
+    EXPECT_EQ(file.modem->com, 4);
+    EXPECT_EQ(file.modem->link, "/tmp/x/com4");
+    EXPECT_EQ(file.modem->modem.baud, 19200);
+    EXPECT_EQ(file.modem->modem.speed, "2400");
+    EXPECT_EQ(file.modem->modem.answerMs, 5);
+    EXPECT_EQ(file.modem->modem.connectMs, 700);
+    EXPECT_EQ(file.modem->modem.guardMs, 60);
+    EXPECT_EQ(file.modem->modem.failure, ModemFailure::DropsCall);
+    EXPECT_EQ(file.modem->modem.dropAfterMs, 900);
+    ASSERT_EQ(file.modem->phoneBook.size(), 2U);
+    EXPECT_EQ(file.modem->phoneBook.at("555").logger.password, "sesame");
+    EXPECT_FALSE(ReadSimulationFile(R"({"loggers": [{"model": "KR40"}]})").modem);
+}
+
+TEST(SimulationFile, FaultsOfAModemAreTold)
+{
+    const auto faults = [](const std::string& modem) {
+        return ReadSimulationFile(R"({"loggers": [{"model": "KR40", "com": 1}], "modem": )" + modem + "}").errors;
+    };
+    EXPECT_THAT(faults("7"), ElementsAre("modem: is no object {...}"));
+    EXPECT_THAT(faults(R"({"con": 4})"), ElementsAre("modem: unknown key \"con\""));
+    EXPECT_THAT(faults(R"({"com": 17})"), ElementsAre(HasSubstr("\"com\" takes a whole number")));
+    EXPECT_THAT(faults(R"({"com": 1})"), ElementsAre("modem: com 1 is taken by logger 1"));
+    EXPECT_THAT(faults(R"({"failure": "Sulks"})"), ElementsAre(HasSubstr("\"failure\" takes")));
+    EXPECT_THAT(faults(R"({"phoneBook": []})"), ElementsAre(HasSubstr("\"phoneBook\" takes")));
+    EXPECT_THAT(faults(R"({"phoneBook": {"5": 1}})"), ElementsAre("number \"5\": is no object {...}"));
+    EXPECT_THAT(faults(R"({"phoneBook": {"5": {"model": "KR999"}}})"), ElementsAre(HasSubstr("there is no model")));
+    EXPECT_THAT(faults(R"({"phoneBook": {"5": {"model": "KR40", "com": 2}}})"),
+                ElementsAre(HasSubstr("a line of its own")));
+}
+
+TEST(SimulationFile, HelpNamesEveryModemFailure)
+{
+    for (const ModemFailureMode& mode : ModemFailureModes().subspan(1))
+        EXPECT_THAT(ModemHelp(), HasSubstr(std::string(mode.name)));
+}
+
 } // namespace harvelop

@@ -136,6 +136,22 @@ TEST_F(Tallysim, WithoutEnvItTellsNoAssignments)
     EXPECT_EQ(End(SIGINT), 0);
 }
 
+TEST_F(Tallysim, ModemCallsTheLoggersOfItsPhoneBook)
+{
+    const auto places = Simulate(R"({"loggers": [{"model": "KR40"}], "modem": {"com": 4, "connect": 10,
+        "link": ")" + (folder / "modem").string() +
+                                 R"(", "phoneBook": {"555": {"model": "KR200", "series": "2"}}}})");
+    ASSERT_EQ(places.size(), 1U) << told << Errors();
+    EXPECT_EQ(places.at("HARVELOP_COM4"), (folder / "modem").string());
+    EXPECT_THAT(told, HasSubstr("9600     modem"));
+    EXPECT_THAT(told, HasSubstr("555  KR200\n"));
+    const auto line = OpenTerminal(places.at("HARVELOP_COM4"), 9600);
+    EXPECT_EQ(Ask(line, "ate0\r\n", "OK\r\n"), "ate0\r\n\r\nOK\r\n");
+    EXPECT_EQ(Ask(line, "atdt555\r\n", "9600\r\n"), "\r\nCONNECT 9600\r\n");
+    EXPECT_EQ(Ask(line, Del, Marks), Marks);
+    EXPECT_THAT(Ask(line, "TEST0\r\n", "\n"), HasSubstr(":52,5"));
+}
+
 TEST_F(Tallysim, LoggersOnTerminalsAnswerATheirOwnSpeed)
 {
     const auto places = Simulate(R"({"loggers": [
