@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace harvelop
 {
@@ -47,10 +48,14 @@ public:
     virtual PanelValues Values() const = 0;
     virtual void SetUp(const PanelSetUp& setUp) = 0;
     virtual void SetCaption(const std::string& caption) = 0;
-    virtual void Place(int twips) = 0;         // so far below and to the right of the options panel
-    virtual void SetVisible(bool visible) = 0; // true also brings a visible one to the front
+    virtual void SetSerial(const std::string&) {} // of a panel that shows none: nothing
+    virtual void Place(int twips) = 0;            // so far below and to the right of the options panel
+    virtual void SetVisible(bool visible) = 0;    // true also brings a visible one to the front
     virtual bool IsVisible() const = 0;
-    virtual void SelectTab(int tab) = 0; // from 1
+    // Empties and fills the lines that describe the model, and what of its panel follows from them.
+    virtual void DescribeModel(const std::string& model) = 0;
+    virtual void SetControlEnabled(std::string_view control, bool enabled) = 0; // by the control's name
+    virtual void SetPanelEnabled(bool enabled) = 0;                             // the panel as a whole
     // What the accounts allow: each delivery is enabled, or disabled and unchecked; none leaves it as it is.
     virtual void SetDelivery(std::optional<bool> emailEnabled, std::optional<bool> ftpEnabled) = 0;
     // Closes it, with what belongs to closing. The instance must not be used afterwards.

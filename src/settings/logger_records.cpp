@@ -112,6 +112,12 @@ void LoggerRecords::BuildLoggerSettings(int number)
     }
 }
 
+void LoggerRecords::KeepTables(int number)
+{
+    if (m_tables.Holds(number))
+        m_tables.FoundLoggerStrings[static_cast<size_t>(number - 1)] = RecordText(*m_tables.Record(number));
+}
+
 std::optional<int> LoggerRecords::FindLoggerByKey(const std::string& key)
 {
     const FileText file = m_unsaved ? FileText{FileState::Read, *m_unsaved} : m_files.Read(path());

@@ -56,6 +56,10 @@ public:
     // deleted. A logger being added is then chosen in the list, where it stands last, and counts as added.
     void BuildLoggerSettings(int number);
 
+    // Takes what an editor has put into the tables of logger n into its text, so that no reload loses it. Its panel is
+    // not asked, nothing is saved; an empty slot stays empty.
+    void KeepTables(int number);
+
     // The record number of the first line of `found.ini` that holds the key, as a start from a shortcut looks it up: a
     // plain search for "::" and the key, so key "1" also finds "::12" if that line comes first. None if no line does,
     // or if that line begins with no logger's number.

@@ -99,6 +99,11 @@ constexpr MessageText Texts[] = {
      "memory when a memory card is plugged into the tallyCore."},
     {102, "Choose a Folder for the"},
 
+    // The editor of table names.
+    {160, " Edit Table Names"},
+    {161, "Ok"},
+    {162, "Table names must be unique or blank"},
+
     // The options panel.
     {170, "&tallyCores"},
     {171, "&Email"},
@@ -160,6 +165,28 @@ constexpr MessageText Texts[] = {
     {221, "For help, contact"},
     {222, "and tell the version shown above."},
     {223, "TCP Port"},
+
+    // The terminal's upper pane.
+    {230, "Receive"},
+
+    // The editor of what is done after an unload.
+    {231, "Run a Program After Unload"},
+    {232, "Send a tallyCore Command After Unload"},
+    {233, "Ok"},
+    {234, "Edit"},
+
+    // The terminal.
+    {235, "Terminal"},
+    {236, "Send"},
+
+    // The editor of the delivery lists.
+    {240, "List for the"},
+    {241, "Delete All"},
+    {242, "Description"},
+    {243, "Email Addresses"},
+    {244, "Ok"},
+    {247,
+     "Are you sure you want to remove all email addresses and descriptions for all schedules for this tallyCore ?"},
 
     // What the progress window tells.
     {300, "Searching for tallyCores"},
@@ -231,6 +258,13 @@ constexpr MessageText Texts[] = {
      "computer, or click Add to manually add a tallyCore.     "},
     {560, "Command successfully sent to the tallyCore"},
     {561, "Error number"},
+    {563, "Create Icon"},
+    {564, "Name"},
+    {565, "Icon Type"},
+    {566, "Send Command(s) ->"},
+    {567, "Unload / Program"},
+    {568, "Show Terminal"},
+    {569, "Ok"},
     {700, "Can't Connect to Com"},
     {701, "the Port is Busy"},
     {737, "Are you sure you want to delete this tallyCore"},

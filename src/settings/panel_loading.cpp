@@ -13,6 +13,12 @@ bool isOn(const std::string& text)
     return ToInt16(text).value_or(0) != 0;
 }
 
+std::string withoutCommas(std::string text)
+{
+    std::erase(text, ',');
+    return text;
+}
+
 std::string checkText(bool on)
 {
     return on ? "1" : "0";
@@ -67,9 +73,9 @@ void StorePanelValues(const PanelValues& values, LoggerRecord& record)
         record.ScheduleUlast[row] = checkText(values.ulast[row]);
         record.ScheduleCSV[row] = checkText(values.csv[row]);
         record.ScheduleHTML[row] = checkText(values.html[row]);
-        record.ScheduleRecords[row] = values.records[row];
+        record.ScheduleRecords[row] = withoutCommas(values.records[row]);
     }
-    record.LoggerDescription = values.description;
+    record.LoggerDescription = withoutCommas(values.description);
     record.LoggerToDisk = values.toDisk;
     record.LoggerViaEmail = values.viaEmail;
     record.LoggerViaFTP = values.viaFTP;

@@ -22,7 +22,7 @@ bool EmailDeliveryReady(const Options& options);
 // allow is off.
 PanelValues LoadPanelValues(const LoggerRecord& record, const Options& options, bool fresh);
 
-// Puts a panel's values into the record's tables.
+// Puts a panel's values into the record's tables. Commas are left out of its texts: one would end its field there.
 void StorePanelValues(const PanelValues& values, LoggerRecord& record);
 
 } // namespace harvelop

@@ -17,7 +17,9 @@ struct PanelStub : LoggerPanel {
     void Place(int) override {}
     void SetVisible(bool on) override { visible = on; }
     bool IsVisible() const override { return visible; }
-    void SelectTab(int) override {}
+    void DescribeModel(const std::string&) override {}
+    void SetControlEnabled(std::string_view, bool) override {}
+    void SetPanelEnabled(bool) override {}
     void SetDelivery(std::optional<bool>, std::optional<bool>) override {}
     void Unload() override
     {

@@ -18,7 +18,9 @@ struct ValuesPanel : LoggerPanel {
     void Place(int) override {}
     void SetVisible(bool) override {}
     bool IsVisible() const override { return false; }
-    void SelectTab(int) override {}
+    void DescribeModel(const std::string&) override {}
+    void SetControlEnabled(std::string_view, bool) override {}
+    void SetPanelEnabled(bool) override {}
     void SetDelivery(std::optional<bool>, std::optional<bool>) override {}
     void Unload() override {}
     void Replaced() override {}
