@@ -1,5 +1,7 @@
 #include "identify/headless_panel.h"
 
+#include <algorithm>
+
 namespace harvelop
 {
 
@@ -7,12 +9,6 @@ void HeadlessPanel::Load()
 {
     m_tag = m_services.state.CurrentLogger;
     LoadPanel(m_services, m_tag, [this](const PanelValues& values) { m_values = values; });
-}
-
-void HeadlessPanel::SelectTab(int tab)
-{
-    if (LoggerRecord* record = m_services.tables.Record(m_tag))
-        record->LoggerTab = static_cast<std::int16_t>(tab);
 }
 
 void HeadlessPanel::SetDelivery(std::optional<bool> emailEnabled, std::optional<bool> ftpEnabled)
@@ -44,6 +40,18 @@ HeadlessPanels::~HeadlessPanels()
     m_services.panels.Make = nullptr;
     for (const auto& panel : m_made)
         m_services.panels.Forget(panel.get());
+}
+
+HeadlessPanel* HeadlessPanels::Open(int number)
+{
+    m_services.state.CurrentLogger = m_services.state.ChosenLogger = static_cast<std::int16_t>(number);
+    LoggerPanel* panel = m_services.panels.Create(number);
+    if (!panel)
+        return nullptr;
+    panel->Load();
+    m_services.viewing.MakePanelReady(number, false);
+    const auto made = std::find_if(m_made.begin(), m_made.end(), [&](const auto& one) { return one.get() == panel; });
+    return made == m_made.end() ? nullptr : made->get();
 }
 
 LoggerPanel* HeadlessPanels::make()

@@ -15,6 +15,7 @@ public:
     explicit HeadlessPanel(const PanelServices& services) : m_services(services) {}
 
     bool Closed() const { return m_closed; }
+    void SetValues(const PanelValues& values) { m_values = values; } // what a user does to the controls
 
     void Load() override;
     PanelValues Values() const override { return m_values; }
@@ -23,7 +24,9 @@ public:
     void Place(int) override {}
     void SetVisible(bool) override {}
     bool IsVisible() const override { return false; }
-    void SelectTab(int tab) override;
+    void DescribeModel(const std::string&) override {}
+    void SetControlEnabled(std::string_view, bool) override {}
+    void SetPanelEnabled(bool) override {}
     void SetDelivery(std::optional<bool> emailEnabled, std::optional<bool> ftpEnabled) override;
     void Unload() override;
     void Replaced() override { m_closed = true; }
@@ -44,6 +47,9 @@ public:
     ~HeadlessPanels();
     HeadlessPanels(const HeadlessPanels&) = delete;
     HeadlessPanels& operator=(const HeadlessPanels&) = delete;
+
+    // Opens the panel of a logger as viewing it does; nullptr outside 1 to 50. It lives until it is unloaded.
+    HeadlessPanel* Open(int number);
 
 private:
     LoggerPanel* make();

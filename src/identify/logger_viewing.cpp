@@ -102,11 +102,8 @@ void LoggerViewing::View(bool cascaded)
     }
     m_use.waiting.WaitMs(200);
     // The panel may have been closed again in the wait.
-    if (m_panels.CountVisiblePanels() == 0) {
-        m_controls.EnableOptionsControls();
-        m_controls.SetFormEnabled(true);
-        m_controls.FocusOk();
-    }
+    if (m_panels.CountVisiblePanels() == 0)
+        m_controls.FreeOptions();
 }
 
 bool LoggerViewing::chooseLogger()
@@ -216,8 +213,10 @@ void LoggerViewing::populateSlot(int find, int slot)
     }
     if (const auto look = LookOf(record.LoggerModel); look && !look->kr4)
         record.LoggerModel = std::string(look->key) + " Series " + m_search.IdentifiedSeries.Get(find);
-    if (panel)
+    if (panel) {
+        panel->DescribeModel(record.LoggerModel); // now that the series stands in it
         setUp(*panel, record, false);
+    }
     m_state.cbxUnload_TallyCores.Select(0);
     if (const auto key = m_store.NextIconKey())
         record.LoggerIconKey = *key;

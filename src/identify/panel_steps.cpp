@@ -1,5 +1,6 @@
 #include "identify/panel_steps.h"
 
+#include "core/text_lines.h"
 #include "platform/separator.h"
 #include "settings/panel_loading.h"
 
@@ -23,12 +24,18 @@ void LoadPanel(const PanelServices& services, int number, const std::function<vo
         return;
     const bool fresh = services.state.NewLoggerMode || !services.tables.HaveFoundLoggers;
     const PanelValues values = LoadPanelValues(*record, services.options, fresh);
-    if (record->LoggerSaveFolder.empty())
+    // A comma in the name of the home directory would end the field.
+    if (record->LoggerSaveFolder.empty() && !Holds(services.state.DriveRoot, ","))
         record->LoggerSaveFolder = services.state.DriveRoot + "tallyCore" + PathSeparator;
     if (!services.state.SearchRunning)
         services.state.NewLoggerMode = false;
     if (record->LoggerTab == 0)
         record->LoggerTab = 1;
+    // That merely viewing a panel writes these into the record is meant.
+    if (record->LoggerSerial.empty())
+        record->LoggerSerial = "none";
+    if (record->LoggerVersion.empty())
+        record->LoggerVersion = "Unknown";
     show(values);
     services.records.BuildLoggerSettings(number);
     services.link.ConnectionKind = record->LoggerLinkType;
@@ -44,20 +51,24 @@ void StorePanel(const PanelServices& services, int number)
     services.state.cbxUnload_TallyCores.Select(services.state.CurrentLogger - 1);
 }
 
-void ClosePanel(const PanelServices& services, int number, bool mdb)
+void StoreMdb(const PanelServices& services, int number, bool on)
 {
     if (LoggerRecord* record = services.tables.Record(number))
-        record->LoggerMdbOn = mdb ? "1" : "0";
+        record->LoggerMdbOn = on ? "1" : "0";
+    services.records.KeepTables(number);
+}
+
+void ClosePanel(const PanelServices& services, int number, bool mdb)
+{
+    StoreMdb(services, number, mdb);
     services.store.SaveOptions();
     if (!services.state.LaunchCommand.empty()) {
         services.end.EndProgram();
         return;
     }
-    if (services.panels.CountVisiblePanels() != 1)
-        return;
-    services.controls.EnableOptionsControls();
-    services.controls.SetFormEnabled(true);
-    services.controls.FocusOk();
+    // While work on a logger goes on, no second one may start: the end of that work frees the options panel then.
+    if (services.panels.CountVisiblePanels() == 1 && !services.loggerControls.Working())
+        services.controls.FreeOptions();
 }
 
 } // namespace harvelop

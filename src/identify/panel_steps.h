@@ -6,8 +6,13 @@
 #include "core/program_end.h"
 #include "core/program_state.h"
 #include "identify/logger_viewing.h"
+#include "identify/search_state.h"
 #include "links/link_state.h"
+#include "platform/data_files.h"
+#include "platform/desktop.h"
+#include "settings/delivery_lists.h"
 #include "settings/essentials.h"
+#include "settings/logger_controls.h"
 #include "settings/logger_panels.h"
 #include "settings/logger_records.h"
 #include "settings/options_store.h"
@@ -18,7 +23,21 @@
 namespace harvelop
 {
 
-// What a panel works with.
+// What the buttons of a panel do with its logger; they find it by `CurrentLogger`. One that is not set is something
+// that this program does not do yet: its button then does nothing, and says so in its tool tip.
+struct LoggerActions {
+    std::function<void()> ShowAddDialog; // `frmAddTallyCore`, modal; returns when it closes
+    std::function<void()> LoadProgram;
+    std::function<void()> LoadCardProgram;
+    std::function<void()> LoadFlashProgram;
+    std::function<void()> ClearPrograms;
+    std::function<void()> ClearCardPrograms;
+    std::function<void()> ClearFlash;
+    std::function<void(int)> ConnectLogger; // the logger's number
+    std::function<void()> CloseLink;
+};
+
+// What a panel and its editors work with.
 struct PanelServices {
     Essentials use;
     const Options& options;
@@ -32,6 +51,12 @@ struct PanelServices {
     const Forms& forms;
     LinkState& link;
     ProgramEnd& end;
+    const SearchState& search;
+    DeliveryLists& lists;
+    LoggerControls& loggerControls;
+    const LoggerActions& actions;
+    DataFiles& files;
+    Desktop& desktop;
 };
 
 // How messages name a logger: "KR40 at 10.0.0.5:3000". As the link type, the host and the TCP port of the record stand.
@@ -44,8 +69,11 @@ void LoadPanel(const PanelServices& services, int number, const std::function<vo
 // Takes the logger's panel into its record, saves and reloads all records and lists them anew.
 void StorePanel(const PanelServices& services, int number);
 
+// Whether the logger's data also go to a database: written at once, so that no reload of the records loses it.
+void StoreMdb(const PanelServices& services, int number, bool on);
+
 // What belongs to closing, in whatever way: `mdb` is the state of `chkMdb`. The panel still counts as open; the last
-// one frees the options panel. A program that was started for one command ends.
+// one frees the options panel, unless work on a logger still goes on. A program that was started for one command ends.
 void ClosePanel(const PanelServices& services, int number, bool mdb);
 
 } // namespace harvelop

@@ -4,6 +4,7 @@
 #include "identify_program.h"
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -39,10 +40,20 @@ public:
     void SetVisible(bool on) override
     {
         visible = on;
+        if (on)
+            shownTabs.push_back(m_services.tables.Record(number)->LoggerTab);
         steps.emplace_back(on ? "show" : "hide");
     }
     bool IsVisible() const override { return visible; }
-    void SelectTab(int selected) override { tab = selected; }
+    void DescribeModel(const std::string& model) override { steps.push_back("describe " + model); }
+    void SetControlEnabled(std::string_view control, bool enabled) override
+    {
+        if (enabled)
+            disabled.erase(std::string(control));
+        else
+            disabled.insert(std::string(control));
+    }
+    void SetPanelEnabled(bool) override {}
     void SetDelivery(std::optional<bool>, std::optional<bool>) override {}
     void Unload() override
     {
@@ -58,7 +69,8 @@ public:
     PanelSetUp setUp;
     std::string caption;
     int twips = 0;
-    int tab = 0;
+    std::vector<int> shownTabs; // the tab to be seen, each time that it was shown
+    std::set<std::string> disabled;
     bool visible = false;
     std::vector<std::string> steps;
 

@@ -40,7 +40,8 @@ TEST(Populate, EachFindBecomesARecordAndAHiddenPanel)
     ASSERT_EQ(t.made.size(), 2u);
     for (const auto& panel : t.made) {
         EXPECT_FALSE(panel->visible);
-        EXPECT_EQ(panel->steps, (Lines{"load", "set up"}));
+        EXPECT_EQ(panel->steps,
+                  (Lines{"load", "describe " + t.heart.tables.Record(panel->number)->LoggerModel, "set up"}));
     }
     EXPECT_EQ(t.made[0]->setUp.picture, 2);
     EXPECT_EQ(t.made[0]->setUp.model, "KR200 Series 2");
