@@ -166,7 +166,7 @@ void frmOptions::applyLockControls()
 void frmOptions::SetControlEnabled(std::string_view control, bool enabled)
 {
     if (auto* widget = findChild<QWidget*>(ToQString(control)))
-        widget->setEnabled(enabled);
+        widget->setEnabled(enabled && !(control == "cmdTerminal" && m_use.state.TerminalOpen)); // one at a time
 }
 
 void frmOptions::SetFormEnabled(bool enabled)

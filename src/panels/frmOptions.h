@@ -134,6 +134,7 @@ private:
     void txtSMTPSiteID_Change();
     void txtFTPSiteID_Change();
     void ValidateServerFields();
+    void dropOthers(QLineEdit& field, std::string_view allowed);
 
     // The lists.
     void connectLists();

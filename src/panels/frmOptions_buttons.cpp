@@ -44,6 +44,7 @@ void frmOptions::cmdUnload_Add_Click()
     if (!m_use.ShowAddDialog)
         return;
     m_use.state.AddingLogger = true;
+    m_use.state.AddRebuildPending = true;
     m_use.state.NewLoggerMode = true;
     m_use.ShowAddDialog();
 }

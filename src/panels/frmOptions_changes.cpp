@@ -9,18 +9,14 @@
 namespace harvelop
 {
 
-namespace
+void frmOptions::dropOthers(QLineEdit& field, std::string_view allowed)
 {
-
-void dropOthers(QLineEdit& field, std::string_view allowed)
-{
+    m_use.state.AllowedChars = allowed;
     const std::string text = ToText(field.text());
     const std::string kept = KeepAllowed(text, allowed);
     if (kept != text)
         field.setText(ToQString(kept));
 }
-
-} // namespace
 
 void frmOptions::connectChanges()
 {

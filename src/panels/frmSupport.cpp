@@ -148,6 +148,25 @@ void ShowStored(QLineEdit& field, std::string_view stored)
     field.setText(text);
 }
 
+void EnableWithReason(QWidget& control, bool enabled, const char* whyNot)
+{
+    control.setEnabled(enabled);
+    control.setToolTip(enabled ? QString() : QString(whyNot));
+}
+
+bool TakeBackTyped(QLineEdit& field, std::string_view allowed)
+{
+    const int caret = field.cursorPosition();
+    const QString text = field.text();
+    const auto isAllowed = [allowed](QChar c) {
+        return c.unicode() < 0x80 && allowed.find(c.toLatin1()) != std::string_view::npos;
+    };
+    if (caret == 0 || isAllowed(text.at(caret - 1)) || field.isRedoAvailable())
+        return false;
+    field.backspace();
+    return true;
+}
+
 void SetFieldEnabled(QLineEdit& field, bool enabled)
 {
     field.setEnabled(enabled);
@@ -155,6 +174,13 @@ void SetFieldEnabled(QLineEdit& field, bool enabled)
     if (!enabled)
         palette.setBrush(QPalette::Disabled, QPalette::Base,
                          field.palette().brush(QPalette::Disabled, QPalette::Button));
+    field.setPalette(palette);
+}
+
+void LookReadOnly(QLineEdit& field)
+{
+    QPalette palette;
+    palette.setBrush(QPalette::Base, field.palette().brush(QPalette::Window));
     field.setPalette(palette);
 }
 

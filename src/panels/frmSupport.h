@@ -3,7 +3,9 @@
 
 #include "settings/language_tables.h"
 
+#include <QApplication>
 #include <QPoint>
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -42,6 +44,28 @@ void ShowStored(QLineEdit& field, std::string_view stored);
 
 // Enables a text box in the window colour, or disables it in the button-face colour.
 void SetFieldEnabled(QLineEdit& field, bool enabled);
+
+// Why a control can't be used, while it can't: its tool tip.
+void EnableWithReason(QWidget& control, bool enabled, const char* whyNot);
+
+// Whether the character just before the caret is not allowed: it is then taken back, which counts as a further change.
+// Keystrokes are filtered so; of a pasted text only the last character is looked at. What undo brings back stays, or
+// there would be no undoing beyond it.
+bool TakeBackTyped(QLineEdit& field, std::string_view allowed);
+
+// Shows an editor over its owner and returns when it is closed. One that is open already is closed first.
+template <typename Form, typename Services> void ShowModally(const Services& services, QWidget& owner)
+{
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* open = qobject_cast<Form*>(window))
+            open->close();
+    const QPointer<Form> form = new Form(services, &owner);
+    form->exec();
+    delete form; // gone already if the owner is
+}
+
+// A text box that can be read and copied only looks like the panel around it.
+void LookReadOnly(QLineEdit& field);
 
 // A widget as ApplyLangFont sees it: labels, buttons and group boxes have a caption, windows their title; other
 // widgets have none.

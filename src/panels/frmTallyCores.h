@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+class QLabel;
 class QLineEdit;
 
 namespace Ui
@@ -23,8 +24,8 @@ namespace harvelop
 class ScheduleGrid;
 
 // Each logger that is being worked on has its own instance, hidden until it is viewed. The handlers go by the tag,
-// never by `CurrentLogger`, as several panels can be open at a time. The buttons that talk to the logger or open
-// further windows are present and do nothing yet.
+// never by `CurrentLogger`, as several panels can be open at a time; what they start goes by the shared state, which
+// they set first.
 class frmTallyCores : public QDialog, public LoggerPanel
 {
     Q_OBJECT
@@ -34,15 +35,19 @@ public:
     ~frmTallyCores() override;
 
     int Tag() const { return m_tag; } // the logger's number; 0 before Load
+    void SelectTab(int tab);          // from 1
 
     void Load() override;
     PanelValues Values() const override;
     void SetUp(const PanelSetUp& setUp) override;
     void SetCaption(const std::string& caption) override;
+    void SetSerial(const std::string& serial) override;
     void Place(int twips) override;
     void SetVisible(bool visible) override;
     bool IsVisible() const override { return isVisible(); }
-    void SelectTab(int tab) override;
+    void DescribeModel(const std::string& model) override;
+    void SetControlEnabled(std::string_view control, bool enabled) override;
+    void SetPanelEnabled(bool enabled) override { setEnabled(enabled); }
     void SetDelivery(std::optional<bool> emailEnabled, std::optional<bool> ftpEnabled) override;
     void Unload() override;
     void Replaced() override;
@@ -56,6 +61,14 @@ protected:
 
 private:
     void connectControls();
+    void connectButtons();
+    void connectToLogger();
+    void cmdCreateIcon_Click();
+    void cmdEditDiskList_Click();
+    void cmdEditEmailList_Click();
+    void cmdEditMDB_Click();
+    void editRun(const char* kind);
+    void cmdTallyCoresUnload_Click();
     void cmdOk_Click();
     void cmdApply_Click();
     void tsTallycores_Click(int index);
@@ -69,6 +82,7 @@ private:
     void showTexts(const LoggerRecord& record);
     void showStoredData(std::string_view letters);
     void showPicture(int item);
+    QLabel& label(std::string_view name) const;
     void showDelivery(bool emailEnabled, bool ftpEnabled);
     void changeGrid(const std::function<void(PanelValues&, int rows)>& rule);
     void settle();
@@ -77,12 +91,12 @@ private:
     void caption(QWidget& control, int number, const std::string& suffix = {});
     LoggerRecord* record() const { return m_use.tables.Record(m_tag); }
     bool isKR4() const;
-    ScheduleGrid& grid() const { return isKR4() ? *m_gridKR400 : *m_gridKR200; }
 
     PanelServices m_use;
     std::unique_ptr<Ui::frmTallyCores> m_ui;
     ScheduleGrid* m_gridKR400;
     ScheduleGrid* m_gridKR200;
+    ScheduleGrid* m_grid; // that of the model as it was loaded: one that nobody knows changes to "Unknown" afterwards
     int m_tag = 0;
     bool m_escCancels = false; // not on a panel made during a search or while adding
     bool m_closed = false;

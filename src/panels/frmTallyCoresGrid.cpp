@@ -8,28 +8,16 @@
 #include <QMouseEvent>
 #include <QToolButton>
 
-#include <algorithm>
-
 namespace harvelop
 {
 
 namespace
 {
 
-// Sets a text without moving the caret of one that stands already, and without cutting a stored one that is too long.
-void showText(QLineEdit& box, const QString& text)
-{
-    if (box.text() == text)
-        return;
-    box.setMaxLength(std::max(box.maxLength(), static_cast<int>(text.size())));
-    box.setText(text);
-}
-
-void showBox(QCheckBox& box, bool checked, bool enabled, const QString& whyNot)
+void showBox(QCheckBox& box, bool checked, bool enabled, const char* whyNot)
 {
     box.setChecked(checked);
-    box.setEnabled(enabled);
-    box.setToolTip(enabled ? QString() : whyNot);
+    EnableWithReason(box, enabled, whyNot);
 }
 
 } // namespace
@@ -85,14 +73,15 @@ void ScheduleGrid::Show(const PanelValues& values)
     for (size_t i = 0; i < m_rows.size(); ++i) {
         const Row& row = m_rows[i];
         const RowAccess access = AccessOf(values, static_cast<int>(i));
-        const QString heldByHtml = "HTML needs it.";
-        showBox(*row.on, values.on[i], true, {});
-        showBox(*row.html, values.html[i], true, {});
+        const char* const heldByHtml = "HTML needs it.";
+        row.on->setChecked(values.on[i]);
+        row.html->setChecked(values.html[i]);
         showBox(*row.ulast, values.ulast[i], access.ulast, heldByHtml);
-        showBox(*row.csv, values.csv[i], access.csv, values.html[i] ? heldByHtml : QString("The database needs it."));
-        showText(*row.records, ToQString(values.records[i]));
+        showBox(*row.csv, values.csv[i], access.csv, values.html[i] ? heldByHtml : "The database needs it.");
+        if (ToText(row.records->text()) != values.records[i]) // setting it would move the caret
+            ShowStored(*row.records, values.records[i]);
         SetFieldEnabled(*row.records, access.records);
-        row.records->setToolTip(access.records ? QString() : QString("Check HTML first."));
+        EnableWithReason(*row.records, access.records, "Check HTML first.");
     }
 }
 

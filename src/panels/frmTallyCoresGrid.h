@@ -25,7 +25,6 @@ public:
     // `letters` are those of the rows, `headings` is the last character of the headings' names: '5' or '8'.
     ScheduleGrid(QGroupBox& frame, const QString& family, std::string_view letters, char headings);
 
-    QGroupBox& Frame() const { return m_frame; }
     int Rows() const { return static_cast<int>(m_rows.size()); }
     void Read(PanelValues& values) const;
     void Show(const PanelValues& values); // the boxes, and which of them the user may change

@@ -71,12 +71,26 @@ bool ToggleColumn(PanelValues& values, int rows, GridColumn column)
 
 std::string_view PictureFile(int item)
 {
-    constexpr int Unknown = 10;
-    constexpr std::array KR4Items = {8, 12, 13, 14};
-    if (item == Unknown)
-        return ":/panels/pictures/unknown.svg";
-    const bool kr4 = std::find(KR4Items.begin(), KR4Items.end(), item) != KR4Items.end();
-    return kr4 ? ":/panels/pictures/kr4.svg" : ":/panels/pictures/kr2_kr3.svg";
+    constexpr std::string_view Unknown = ":/panels/pictures/unknown.svg";
+    // By item. Item 0 is no model's.
+    constexpr std::array<std::string_view, 15> Files = {
+        Unknown,
+        ":/panels/pictures/kr20.svg",
+        ":/panels/pictures/kr200.svg",
+        ":/panels/pictures/kr205.svg",
+        ":/panels/pictures/kr215.svg",
+        ":/panels/pictures/kr300.svg",
+        ":/panels/pictures/kr305.svg",
+        ":/panels/pictures/kr315.svg",
+        ":/panels/pictures/kr400.svg",
+        ":/panels/pictures/kr21.svg",
+        Unknown,
+        ":/panels/pictures/kr23.svg",
+        ":/panels/pictures/kr40.svg",
+        ":/panels/pictures/kr41.svg",
+        ":/panels/pictures/kr45.svg",
+    };
+    return item >= 0 && item < std::ssize(Files) ? Files[static_cast<size_t>(item)] : Unknown;
 }
 
 } // namespace harvelop

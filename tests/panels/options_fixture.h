@@ -41,7 +41,9 @@ public:
         ++shows;
     }
     bool IsVisible() const override { return visible; }
-    void SelectTab(int) override {}
+    void DescribeModel(const std::string&) override {}
+    void SetControlEnabled(std::string_view, bool) override {}
+    void SetPanelEnabled(bool) override {}
     void SetDelivery(std::optional<bool> emailEnabled, std::optional<bool> ftpEnabled) override
     {
         email = emailEnabled;

@@ -34,6 +34,15 @@ struct PanelBench : TestProgram {
         heart.viewing.RebuildList();
     }
 
+    // Gives the program a language file of these lines.
+    void Speak(const std::string& lines)
+    {
+        heart.options.Language = "Plain";
+        files.files[heart.state.AppPath + "Plain.txt"] = lines;
+        heart.language.LangActive = true;
+        heart.language.LoadLanguageFile();
+    }
+
     // Opens the logger's panel as the View button does.
     frmTallyCores& View(int number)
     {

@@ -1,14 +1,17 @@
 // The whole program behind its windows.
 #include "app/desktop_program.h"
+#include "settings/sample_loggers.h"
 #include "simulator/simulated_logger.h"
 #include "support/test_program.h"
 
 #include <QApplication>
+#include <QTabWidget>
 #include <QWindow>
 
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <set>
 
 namespace harvelop::test
 {
@@ -23,7 +26,7 @@ TEST(DesktopPrograms, APanelFoundByTheFirstSearchIsNotHiddenByTheOptions)
     config.model = "KR40";
     t.serial.Plug(3, std::make_shared<SimulatedLogger>(config), "9600");
     t.dialogs.Expect(BoxAnswer::Yes);
-    DesktopProgram program({t.pump, t.serial, t.dialogs, t.files, t.settings, t.desktop});
+    DesktopProgram program({t.pump, t.serial, t.sockets, t.dialogs, t.files, t.settings, t.desktop});
     bool panelSeen = false;
     QStringList above; // what took the focus after the panel
     const QObject listening;
@@ -43,6 +46,26 @@ TEST(DesktopPrograms, APanelFoundByTheFirstSearchIsNotHiddenByTheOptions)
     EXPECT_TRUE(panelSeen);
     EXPECT_EQ(above, QStringList());
     EXPECT_EQ(program.heart.panels.CountVisiblePanels(), 1);
+}
+
+TEST(DesktopPrograms, AShortcutsPanelShowsItsThirdTabAndNoOther)
+{
+    TestProgram t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "AvailablePorts=0\r\nFindPorts=0\r\n";
+    t.files.files[TestProgram::FoundIni] = "1tallyCoreSettings=" + RecordText(SerialLogger()) + "\r\n";
+    DesktopProgram program({t.pump, t.serial, t.sockets, t.dialogs, t.files, t.settings, t.desktop});
+    std::set<int> seen;
+    std::function<void()> look = [&] {
+        const auto* panel = dynamic_cast<frmTallyCores*>(program.heart.panels.At(1));
+        if (panel && panel->isVisible())
+            seen.insert(panel->findChild<QTabWidget*>("tsTallycores")->currentIndex());
+        t.pump.After(10, look);
+    };
+    look();
+    program.Start("::2");
+    look();
+    EXPECT_EQ(seen, std::set<int>{2});
 }
 
 } // namespace

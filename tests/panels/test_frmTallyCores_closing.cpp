@@ -71,6 +71,25 @@ TEST(FrmTallyCores, CancelDropsWhatTheControlsHeldButNotTheDatabaseChoice)
     EXPECT_FALSE(isChecked(*bench.Panel(1), "chkKR200B"));
 }
 
+TEST(FrmTallyCores, TheDatabaseChoiceSurvivesARestartWhateverClosesThePanel)
+{
+    for (const char* button : {"cmdOk", "cmdCancel"}) {
+        PanelBench bench;
+        LoggerRecord logger = SerialLogger();
+        logger.LoggerDescription = "Mill";
+        bench.Store({logger, NetworkLogger()});
+        frmTallyCores& form = bench.View(1);
+        frmTallyCores& other = bench.View(2);
+        Find<QCheckBox>(form, "chkMdb").click();
+        Find<QPushButton>(other, "cmdApply").setEnabled(true);
+        Find<QPushButton>(other, "cmdApply").click(); // reloads all records
+        EXPECT_EQ(bench.Record(1).LoggerMdbOn, "1");
+        Find<QPushButton>(form, button).click();
+        bench.heart.records.LoadFoundLoggers();
+        EXPECT_EQ(bench.Record(1).LoggerMdbOn, "1") << button;
+    }
+}
+
 TEST(FrmTallyCores, ClosingSavesTheOptionsAndFreesTheOptionsPanelWithTheLastOne)
 {
     PanelBench bench;

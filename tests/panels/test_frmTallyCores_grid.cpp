@@ -2,6 +2,7 @@
 #include "settings/sample_loggers.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -160,6 +161,20 @@ TEST(FrmTallyCores, OnlyDigitsAreAcceptedInTheRecordsOfTheKR4Family)
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.dialogs.shown[0].text, "Invalid Character.     ");
     EXPECT_EQ(bench.dialogs.shown[0].icon, BoxIcon::Critical);
+
+    FakeMessages messages;
+    bench.heart.progress.Loaded(&messages);
+    bench.heart.progress.ShowMessageForm();
+    ASSERT_TRUE(messages.Visible());
+    QApplication::clipboard()->setText("1x2y3"); // the fifth character finds no room
+    records.selectAll();
+    for (int wrong = 0; wrong < 2; ++wrong)
+        bench.dialogs.Expect(BoxAnswer::Ok);
+    records.paste();
+    EXPECT_EQ(records.text(), "12");
+    EXPECT_EQ(bench.dialogs.shown.size(), 3U);
+    EXPECT_FALSE(messages.Visible()); // no box stands behind the progress
+    bench.heart.progress.Loaded(nullptr);
 
     frmTallyCores& older = bench.View(2);
     Find<QCheckBox>(older, "chkKR200HTML_0").click();

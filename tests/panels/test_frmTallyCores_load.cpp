@@ -150,6 +150,18 @@ TEST(FrmTallyCores, AnEmptySaveFolderBecomesTheStandardOne)
     EXPECT_EQ(bench.Record(1).LoggerSaveFolder, "/home/user/tallyCore/");
 }
 
+TEST(FrmTallyCores, AHomeDirectoryWithACommaShiftsNoField)
+{
+    PanelBench bench;
+    bench.heart.state.DriveRoot = "/home/o,neil/";
+    LoggerRecord logger = SerialLogger();
+    logger.LoggerSaveFolder.clear();
+    bench.Store({logger});
+    EXPECT_EQ(Find<QLineEdit>(bench.View(1), "txtSaveFolder").text(), "");
+    bench.heart.records.LoadFoundLoggers();
+    EXPECT_EQ(bench.Record(1).LoggerIconKey, "::2");
+}
+
 TEST(FrmTallyCores, LoadingNamesTheLoggerForMessages)
 {
     PanelBench bench;

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
@@ -34,10 +35,8 @@ LoggerRecord loggerOf(const std::string& model)
     return record;
 }
 
-constexpr const char* Seams[] = {"cmdSetCom",       "cmdCreateIcon",      "cmdProgram",       "cmdProgramClear",
-                                 "cmdCard",         "cmdCardClear",       "cmdFlash",         "cmdFlashClear",
-                                 "cmdEditDiskList", "cmdEditMDB",         "cmdEditEmailList", "cmdRun",
-                                 "cmdCommand",      "cmdTallyCoresUnload"};
+constexpr const char* Seams[] = {"cmdSetCom",    "cmdProgram", "cmdProgramClear", "cmdCard",
+                                 "cmdCardClear", "cmdFlash",   "cmdFlashClear"};
 
 } // namespace
 
@@ -104,6 +103,21 @@ TEST(FrmTallyCores, AnUnknownModelOpensAReducedPanel)
     EXPECT_FALSE(Find<QPushButton>(form, "cmdCreateIcon").isEnabled());
     EXPECT_FALSE(Find<QTabWidget>(form, "tsTallycores").tabBar()->isEnabled());
     EXPECT_TRUE(Find<QPushButton>(form, "cmdOk").isEnabled());
+}
+
+TEST(FrmTallyCores, TheSchedulesOfAnUnknownModelSurviveItsPanel)
+{
+    for (const char* model : {"KR42", "ZX81"}) {
+        PanelBench bench;
+        LoggerRecord logger = loggerOf(model);
+        logger.ScheduleRecords.fill("7");
+        logger.ScheduleOn.fill("1");
+        bench.Store({logger});
+        Find<QPushButton>(bench.View(1), "cmdOk").click();
+        EXPECT_EQ(bench.Record(1).LoggerModel, "Unknown");
+        EXPECT_EQ(bench.Record(1).ScheduleOn, logger.ScheduleOn) << model;
+        EXPECT_EQ(bench.Record(1).ScheduleRecords, logger.ScheduleRecords) << model;
+    }
 }
 
 TEST(FrmTallyCores, ChangingTheTabIsRememberedForTheNextView)
@@ -223,8 +237,19 @@ TEST(FrmTallyCores, CaptionsAreThoseOfTheNumberedTexts)
     for (const auto& [number, name] : frames)
         EXPECT_EQ(Find<QGroupBox>(form, name).title().toStdString(), bench.heart.language.Text(number));
     EXPECT_EQ(captionOf(form, "lblProgram"), bench.heart.language.Text(56));
+    EXPECT_EQ(Find<QLabel>(form, "lblUnloadDescription").text().remove('&').toStdString(),
+              bench.heart.language.Text(67));
     EXPECT_EQ(captionOf(form, "lblFlash"), bench.heart.language.Text(64));
     EXPECT_EQ(captionOf(form, "lblRecords8"), "Records");
+    EXPECT_EQ(captionOf(form, "lblRecords5"), "Records");
+    const std::pair<const char*, const char*> headings[] = {{"lblULAST8", "ULAST"}, {"lblUlast5", "ULAST"},
+                                                            {"lblCSV8", "CSV"},     {"lblCSV5", "CSV"},
+                                                            {"lblHTML8", "HTML"},   {"lblHTML5", "HTML"}};
+    for (const auto& [name, heading] : headings)
+        EXPECT_EQ(Find<QAbstractButton>(form, name).text(), heading) << name;
+    const auto& tabs = Find<QTabWidget>(form, "tsTallycores");
+    for (int i = 0; i < tabs.count(); ++i)
+        EXPECT_EQ(tabs.tabText(i).remove('&').toStdString(), bench.heart.language.Text(50 + i));
     EXPECT_EQ(captionOf(form, "lblInternal"), "Internal");
     EXPECT_EQ(captionOf(form, "lblCard1"), "Card");
     EXPECT_EQ(Find<QGroupBox>(form, "draData").title(), "Stored Data (bytes)");
@@ -247,6 +272,17 @@ TEST(FrmTallyCores, ButtonsWithoutTheirActionSaySo)
     EXPECT_EQ(bench.RecordLine(1), before);
     EXPECT_TRUE(bench.dialogs.shown.empty());
     EXPECT_TRUE(bench.desktop.started.empty());
+}
+
+TEST(FrmTallyCores, WhatCanOnlyBeReadLooksLikeThePanelAroundIt)
+{
+    PanelBench bench;
+    bench.Store({SerialLogger()});
+    frmTallyCores& form = bench.View(1);
+    const auto base = [&](const char* field) { return Find<QLineEdit>(form, field).palette().color(QPalette::Base); };
+    for (const char* field : {"txtSaveFolder", "txtInternal_0", "txtCard_4"})
+        EXPECT_EQ(base(field), form.palette().color(QPalette::Window)) << field;
+    EXPECT_EQ(base("txtDescription"), form.palette().color(QPalette::Base));
 }
 
 } // namespace harvelop::test

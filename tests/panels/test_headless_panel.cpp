@@ -79,6 +79,24 @@ TEST(HeadlessPanel, IsNeverVisible)
     EXPECT_EQ(bench.heart.panels.CountVisiblePanels(), 0);
 }
 
+TEST(HeadlessPanel, OpensTheLoggersPanelAndTakesValues)
+{
+    HeadlessBench bench;
+    store(bench, true);
+    HeadlessPanel* panel = bench.panels.Open(3);
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(bench.heart.panels.At(3), panel);
+    EXPECT_EQ(bench.heart.state.CurrentLogger, 3);
+    EXPECT_EQ(bench.heart.link.ConnectionKind, "Ethernet");
+    PanelValues values = panel->Values();
+    values.on[1] = true;
+    panel->SetValues(values);
+    StorePanel(bench.heart.panelServices(), 3);
+    EXPECT_EQ(bench.heart.tables.Record(3)->ScheduleOn[1], "1");
+    for (const int number : {0, MaxLoggers + 1})
+        EXPECT_EQ(bench.panels.Open(number), nullptr);
+}
+
 TEST(HeadlessPanel, DeliveryThatTheAccountsForbidIsOff)
 {
     HeadlessBench bench;

@@ -1,6 +1,7 @@
 #include "panels/panel_rules.h"
 
 #include <gtest/gtest.h>
+#include <string>
 
 namespace harvelop
 {
@@ -124,13 +125,15 @@ TEST(PanelRules, OnlyTheLongGridsCsvIsClosedWhileTheDatabaseIsOn)
     EXPECT_FALSE(values.csv[0]);
 }
 
-TEST(PanelRules, EachFamilyAndTheUnknownModelHaveTheirPicture)
+TEST(PanelRules, EachModelHasItsPictureAndAllElseThatOfTheUnknownModel)
 {
-    EXPECT_EQ(PictureFile(2), ":/panels/pictures/kr2_kr3.svg");
-    EXPECT_EQ(PictureFile(11), ":/panels/pictures/kr2_kr3.svg");
-    for (const int kr4 : {8, 12, 13, 14})
-        EXPECT_EQ(PictureFile(kr4), ":/panels/pictures/kr4.svg");
-    EXPECT_EQ(PictureFile(10), ":/panels/pictures/unknown.svg");
+    const std::pair<int, const char*> pictures[] = {
+        {1, "kr20"},  {9, "kr21"},     {11, "kr23"},    {2, "kr200"},    {3, "kr205"}, {4, "kr215"},
+        {5, "kr300"}, {6, "kr305"},    {7, "kr315"},    {12, "kr40"},    {13, "kr41"}, {14, "kr45"},
+        {8, "kr400"}, {10, "unknown"}, {-1, "unknown"}, {15, "unknown"},
+    };
+    for (const auto& [item, name] : pictures)
+        EXPECT_EQ(PictureFile(item), ":/panels/pictures/" + std::string(name) + ".svg") << item;
 }
 
 } // namespace harvelop
