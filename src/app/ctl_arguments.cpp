@@ -20,10 +20,16 @@ using Error = std::string; // empty: none
 struct VerbRow {
     std::string_view word;
     Verb verb;
+    bool takesNumber = false; // of a logger
+    bool takesFields = false; // and FIELD=VALUE behind it, at least once
 };
 
-constexpr std::array<VerbRow, 4> Verbs = {
-    {{"find", Verb::Find}, {"list", Verb::List}, {"show", Verb::Show}, {"ports", Verb::Ports}}};
+constexpr std::array<VerbRow, 6> Verbs = {{{"find", Verb::Find},
+                                           {"list", Verb::List},
+                                           {"show", Verb::Show, true},
+                                           {"set", Verb::Set, true, true},
+                                           {"lists", Verb::Lists, true},
+                                           {"ports", Verb::Ports}}};
 
 // A whole number in a range, written in digits only.
 std::optional<int> numberIn(const std::string& word, int first, int last)
@@ -40,6 +46,24 @@ struct OptionRow {
     bool takesValue;
     std::function<Error(CtlCommand&, const std::string& value)> apply;
 };
+
+template <auto member> Error setFlag(CtlCommand& command, const std::string&)
+{
+    command.*member = true;
+    return {};
+}
+
+template <auto member> Error takeText(CtlCommand& command, const std::string& value)
+{
+    command.*member = value;
+    return {};
+}
+
+template <ListEdit::Kind kind> Error addListEdit(CtlCommand& command, const std::string& value)
+{
+    command.listEdits.push_back({kind, value});
+    return {};
+}
 
 const std::vector<OptionRow>& options()
 {
@@ -59,27 +83,15 @@ const std::vector<OptionRow>& options()
              return command.port ? Error() : Error("--port wants a number from 1 to 16");
          }},
         {"--all", {Verb::Find}, false, [](CtlCommand&, const std::string&) { return Error(); }},
-        {"--yes",
-         {Verb::Find},
-         false,
-         [](CtlCommand& command, const std::string&) {
-             command.yes = true;
-             return Error();
-         }},
-        {"--password",
-         {Verb::Find},
-         true,
-         [](CtlCommand& command, const std::string& value) {
-             command.password = value;
-             return Error();
-         }},
-        {"--json",
-         {Verb::List, Verb::Show},
-         false,
-         [](CtlCommand& command, const std::string&) {
-             command.json = true;
-             return Error();
-         }},
+        {"--yes", {Verb::Find, Verb::Lists}, false, setFlag<&CtlCommand::yes>},
+        {"--password", {Verb::Find}, true, takeText<&CtlCommand::password>},
+        {"--json", {Verb::List, Verb::Show, Verb::Lists}, false, setFlag<&CtlCommand::json>},
+        {"--schedule", {Verb::Lists}, true, takeText<&CtlCommand::schedule>},
+        {"--description", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Description>},
+        {"--add", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Add>},
+        {"--remove", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Remove>},
+        {"--clear", {Verb::Lists}, false, addListEdit<ListEdit::Kind::Clear>},
+        {"--delete-all", {Verb::Lists}, false, setFlag<&CtlCommand::deleteAll>},
     };
     return rows;
 }
@@ -115,6 +127,18 @@ Error takeOption(const std::vector<std::string>& words, size_t& position, CtlCom
     return row->apply(command, value);
 }
 
+Error takeFields(const std::vector<std::string>& words, CtlCommand& command)
+{
+    for (const std::string& word : words) {
+        const size_t equals = word.find('=');
+        if (equals == std::string::npos || equals == 0)
+            return "set wants each change as FIELD=VALUE";
+        command.edits.push_back({word.substr(0, equals), word.substr(equals + 1)});
+    }
+    return words.empty() ? Error("set wants at least one FIELD=VALUE") : Error();
+}
+
+// Only the command's own word is told back: what stands behind it may be somebody's password.
 Error takeWords(const std::vector<std::string>& plain, CtlCommand& command)
 {
     if (plain.empty())
@@ -123,14 +147,26 @@ Error takeWords(const std::vector<std::string>& plain, CtlCommand& command)
     if (row == Verbs.end())
         return "there is no command " + plain[0];
     command.verb = row->verb;
-    const size_t wanted = command.verb == Verb::Show ? 2 : 1;
-    if (plain.size() > wanted)
-        return "\"" + plain[wanted] + "\" is one word too many";
-    if (command.verb != Verb::Show)
+    const size_t wanted = row->takesNumber ? 2 : 1;
+    if (plain.size() > wanted && !row->takesFields)
+        return "there is a word too many behind " + plain[0];
+    if (!row->takesNumber)
         return {};
-    const auto number = plain.size() == wanted ? numberIn(plain[1], 1, MaxLoggers) : std::nullopt;
+    const auto number = plain.size() >= wanted ? numberIn(plain[1], 1, MaxLoggers) : std::nullopt;
     command.number = number.value_or(0);
-    return number ? Error() : Error("show wants a logger's number, from 1 to 50");
+    if (!number)
+        return plain[0] + " wants a logger's number, from 1 to 50";
+    return row->takesFields ? takeFields({plain.begin() + 2, plain.end()}, command) : Error();
+}
+
+// What of the options of `lists` excludes each other.
+Error excluded(const CtlCommand& command)
+{
+    if (command.deleteAll && (command.schedule || command.json || !command.listEdits.empty()))
+        return "--delete-all goes with --yes alone";
+    if (command.json && !command.listEdits.empty())
+        return "--json shows the lists and goes with no change of them";
+    return {};
 }
 
 } // namespace
@@ -161,6 +197,8 @@ std::variant<CtlCommand, std::string> ParseCtlArguments(const std::vector<std::s
     }
     if (all && command.port)
         return std::string("--all and --port exclude each other");
+    if (const Error error = excluded(command); !error.empty())
+        return error;
     return command;
 }
 
@@ -174,13 +212,27 @@ std::string CtlUsage()
                    --password answers when a logger wants a password
   list [--json]    the stored loggers
   show N [--json]  all fields of logger N
+  set N FIELD=VALUE...
+                   change fields of logger N by the rules of its panel, in this
+                   order, all or none; FIELD as "show" names it: ScheduleOn.A
+  lists N [--schedule KEY] [--json]
+                   to which addresses the data of logger N go, by schedule;
+                   KEY is a schedule's letter, or 0 for the list of all
+  lists N [--schedule KEY] [--description TEXT] [--clear]
+          [--remove ADDRESS] [--add ADDRESS]
+                   change one list, that of all schedules without --schedule;
+                   each change can be given several times; they are made in
+                   the order given, all or none; --clear removes all addresses
+  lists N --delete-all [--yes]
+                   remove all addresses and descriptions of logger N;
+                   --yes does so without asking
   ports            the com ports of this machine
 
   --dir DIR        the application directory (the current one)
   --help, --version
 
 Results go to standard output, progress to standard error.
-Exit codes: 0 done, 1 nothing found or failed, 2 wrong usage.
+Exit codes: 0 done, 1 nothing found, refused or failed, 2 wrong usage.
 )";
 }
 

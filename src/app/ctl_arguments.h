@@ -1,6 +1,8 @@
 // The command line of `harvelctl`.
 #pragma once
 
+#include "panels/record_edits.h"
+
 #include <optional>
 #include <string>
 #include <variant>
@@ -9,15 +11,26 @@
 namespace harvelop
 {
 
+// One change of a schedule's delivery list.
+struct ListEdit {
+    enum class Kind { Description, Add, Remove, Clear }; // Clear: all addresses of the schedule
+    Kind kind = Kind::Clear;
+    std::string text = {}; // the description or the address
+};
+
 struct CtlCommand {
-    enum class Verb { Help, Version, Find, List, Show, Ports };
+    enum class Verb { Help, Version, Find, List, Show, Set, Lists, Ports };
     Verb verb = Verb::Help;
     std::string directory = ".";         // the application directory
     std::optional<int> port;             // find: this com port only, 1 to 16
-    bool yes = false;                    // find: replace stored loggers without asking
+    bool yes = false;                    // find, lists: questions are answered with yes
     std::optional<std::string> password; // find: the answer to a question for a password
-    bool json = false;                   // list, show
-    int number = 0;                      // show: the logger, 1 to 50
+    bool json = false;                   // list, show, lists
+    int number = 0;                      // show, set, lists: the logger, 1 to 50
+    std::vector<RecordEdit> edits;       // set: at least one
+    std::optional<std::string> schedule; // lists: the key of this schedule only; none: all are shown, "0" is edited
+    std::vector<ListEdit> listEdits;     // lists: in their order; none: the lists are shown
+    bool deleteAll = false;              // lists: of all schedules, with their descriptions
 };
 
 // The command, or in one line what is wrong with the words.

@@ -1,5 +1,8 @@
 #include "app/ctl_commands.h"
 
+#include "app/ctl_edits.h"
+#include "app/ctl_lists.h"
+#include "app/ctl_loggers.h"
 #include "app/ctl_output.h"
 #include "app/start_up.h"
 #include "identify/headless_panel.h"
@@ -10,23 +13,13 @@ namespace harvelop
 namespace
 {
 
-// False, and told, if the loggers' file is there but can't be read.
-bool readable(Program& p, Console& console)
-{
-    const std::string path = p.state.AppPath + "found.ini";
-    if (p.files.Read(path).state != FileState::Unreadable)
-        return true;
-    console.Line("The file " + path + " can't be read.");
-    return false;
-}
-
 int find(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
     ConsoleMessages messages(console);
     p.forms.loadMessages = [&]() -> MessageForm* { return &messages; };
     HeadlessPanels panels(p.panelServices());
 
-    if (!readable(p, console))
+    if (!LoggersReadable(p, console))
         return CtlFailed;
     LoadSettings(p);
     if (p.end.Ended())
@@ -46,7 +39,7 @@ int find(Program& p, Console& console, const CtlCommand& command, std::ostream& 
 
 int list(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
-    if (!readable(p, console))
+    if (!LoggersReadable(p, console))
         return CtlFailed;
     p.records.LoadFoundLoggers();
     p.viewing.RebuildList(); // fills in what a list shows of a logger
@@ -56,13 +49,8 @@ int list(Program& p, Console& console, const CtlCommand& command, std::ostream& 
 
 int show(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
-    if (!readable(p, console))
+    if (!LoadLogger(p, console, command.number))
         return CtlFailed;
-    p.records.LoadFoundLoggers();
-    if (!p.tables.Holds(command.number)) {
-        console.Line("There is no logger " + std::to_string(command.number) + ".");
-        return CtlFailed;
-    }
     const LoggerRecord& record = *p.tables.Record(command.number);
     out << (command.json ? LoggerAsJson(record, command.number) : LoggerAsText(record));
     return CtlDone;
@@ -90,6 +78,10 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
         return list(program, console, command, out);
     case CtlCommand::Verb::Show:
         return show(program, console, command, out);
+    case CtlCommand::Verb::Set:
+        return SetFields(program, console, command);
+    case CtlCommand::Verb::Lists:
+        return WorkOnLists(program, console, command, out);
     case CtlCommand::Verb::Ports:
         return ports(program, out);
     case CtlCommand::Verb::Help:

@@ -57,6 +57,9 @@ public:
     }
     BoxAnswer Show(const Box& box) override;
     std::string AskPassword(const std::string& text, const std::string& title) override;
+    // No command lets anybody choose: files and folders are told on the command line.
+    std::string BrowseFolder(const std::string&, const std::string&) override { return {}; }
+    std::string OpenFile(const std::string&, const std::string&) override { return {}; }
 
 private:
     Console& m_console;

@@ -46,12 +46,6 @@ ordered_json fieldsOf(const LoggerRecord& record)
     return fields;
 }
 
-// What a logger has told may hold anything, and a terminal obeys such characters.
-bool isControl(char c)
-{
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-}
-
 // "2" of a logger of the older family, "KR200 Series 2"; empty for the KR4 family.
 std::string seriesOf(const std::string& model)
 {
@@ -70,6 +64,19 @@ std::string entryName(const LoggerRecord& record, int entry)
 
 } // namespace
 
+std::string Printable(std::string_view text)
+{
+    std::string printable;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
+        const bool pair = c == 0xC2 && next >= 0x80 && next < 0xA0; // U+0080 to U+009F
+        printable += pair || c < ' ' || c == 0x7F ? '?' : text[i];
+        i += pair ? 1 : 0;
+    }
+    return printable;
+}
+
 std::string LoggersAsTable(const LoggerTables& tables)
 {
     std::vector<Row> rows = {{"No", "Model", "Serial", "Version", "Port", "Baud", "Link", "Name"}};
@@ -82,7 +89,7 @@ std::string LoggersAsTable(const LoggerTables& tables)
         return {};
     for (Row& row : rows)
         for (std::string& cell : row)
-            std::replace_if(cell.begin(), cell.end(), isControl, '?');
+            cell = Printable(cell);
     std::vector<size_t> widths(rows[0].size(), 0);
     for (const Row& row : rows)
         for (size_t i = 0; i < row.size(); ++i)
@@ -117,12 +124,10 @@ std::string LoggerAsText(const LoggerRecord& record)
 {
     std::string lines;
     for (const auto& field : AllRecordFields()) {
-        std::string value = FieldText(record, field);
-        std::replace_if(value.begin(), value.end(), isControl, '?');
         lines += field.table;
         if (field.kind == RecordField::Kind::Schedule)
             lines += "." + entryName(record, field.entry);
-        lines += "=" + value + "\n";
+        lines += "=" + Printable(FieldText(record, field)) + "\n";
     }
     return lines;
 }
@@ -132,6 +137,27 @@ std::string LoggerAsJson(const LoggerRecord& record, int number)
     ordered_json object = {{"number", number}};
     object.update(fieldsOf(record));
     return dump(object);
+}
+
+std::string ListsAsText(const std::vector<ShownList>& lists)
+{
+    std::string lines;
+    for (const ShownList& list : lists) {
+        if (list.description.empty() && list.addresses.empty())
+            continue;
+        lines += list.caption + (list.description.empty() ? "" : ": " + Printable(list.description)) + "\n";
+        for (const std::string& address : list.addresses)
+            lines += "  " + Printable(address) + "\n";
+    }
+    return lines;
+}
+
+std::string ListsAsJson(const std::vector<ShownList>& lists)
+{
+    ordered_json all = ordered_json::array();
+    for (const ShownList& list : lists)
+        all.push_back({{"schedule", list.key}, {"description", list.description}, {"addresses", list.addresses}});
+    return dump(all);
 }
 
 } // namespace harvelop

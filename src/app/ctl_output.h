@@ -4,9 +4,15 @@
 #include "settings/logger_records.h"
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace harvelop
 {
+
+// The text with a "?" for each control character: what a file or a command line holds may be anything, and a terminal
+// obeys such characters.
+std::string Printable(std::string_view text);
 
 // A table of the stored loggers, a line each under a heading; empty without any.
 std::string LoggersAsTable(const LoggerTables& tables);
@@ -16,5 +22,17 @@ std::string LoggersAsJson(const LoggerTables& tables);
 std::string LoggerAsText(const LoggerRecord& record);
 // An object of the tables' names; a schedule table is an array of its twelve entries.
 std::string LoggerAsJson(const LoggerRecord& record, int number);
+
+struct ShownList {
+    std::string key;     // "0", "A", …
+    std::string caption; // "All Schedules", "Schedule A", …
+    std::string description;
+    std::vector<std::string> addresses = {};
+};
+
+// A line for each list that holds something, with its description, and under it a line for each address.
+std::string ListsAsText(const std::vector<ShownList>& lists);
+// An array of objects, the empty lists among them.
+std::string ListsAsJson(const std::vector<ShownList>& lists);
 
 } // namespace harvelop

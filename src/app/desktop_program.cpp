@@ -1,6 +1,9 @@
 #include "app/desktop_program.h"
 
+#include "app/add_services.h"
 #include "app/exit_paths.h"
+#include "app/send_text.h"
+#include "core/text_lines.h"
 #include "panels/frmSupport.h"
 
 #include <iostream>
@@ -14,15 +17,23 @@ DesktopProgram::DesktopProgram(const Platform& platform)
       m_taskbar({[this] { heart.waiting.ServeEvents(); }, [this] { showOptions(); }, [this] { mpopExit_Click(heart); }})
 {
     heart.forms.loadMessages = [this] { return loadMessages(); };
+    heart.actions.ShowAddDialog = [this] { showAddDialog(); };
+    heart.viewing.UnloadAddDialog = [this] {
+        if (m_addDialog)
+            m_addDialog->Unload();
+    };
 }
 
 DesktopProgram::~DesktopProgram() = default;
 
 void DesktopProgram::Start(const std::string& commandLine)
 {
+    m_commandLine = commandLine;
     StartUpHooks hooks;
     hooks.showOptions = [this] { showOptions(); };
     hooks.loadOptions = [this] { loadedOptions(); };
+    if (heart.actions.ConnectLogger)
+        hooks.sendText = [this](const Launch& launch) { SendText(heart, launch, [this] { showTerminal(); }); };
     hooks.say = [](const std::string& line) { std::cerr << "harvelop: " << line << std::endl; };
     StartUp(heart, hooks).Run(commandLine);
 }
@@ -32,7 +43,8 @@ frmOptions& DesktopProgram::loadedOptions()
     if (!m_options) {
         m_options = std::make_unique<frmOptions>(OptionsServices{
             heart.essentials(), heart.options, heart.state, heart.store, heart.tables, heart.panels, heart.link,
-            heart.rs232, heart.portSearch, heart.viewing, heart.controls, heart.forms, heart.desktop, heart.end});
+            heart.rs232, heart.portSearch, heart.viewing, heart.controls, heart.forms, heart.desktop, heart.end,
+            heart.actions.ShowAddDialog, [this] { showTerminal(); }, heart.actions.ConnectLogger});
         m_options->Load();
     }
     return *m_options;
@@ -50,6 +62,15 @@ void DesktopProgram::showOptions()
     options.activateWindow();
 }
 
+void DesktopProgram::showTerminal()
+{
+    if (!m_terminal)
+        m_terminal = std::make_unique<frmTerminal>(TerminalServices{
+            heart.waiting, heart.language, heart.options, heart.store, heart.state, heart.link, heart.forms,
+            heart.rs232, heart.ethernet, heart.exchange, heart.end, Holds(m_commandLine, "&")});
+    m_terminal->Load();
+}
+
 MessageForm* DesktopProgram::loadMessages()
 {
     if (!m_messages) {
@@ -59,6 +80,24 @@ MessageForm* DesktopProgram::loadMessages()
         m_messages->Load();
     }
     return m_messages.get();
+}
+
+// Over the panel whose logger it changes, or over the options. While one is open, or its test still ends, there is no
+// second one.
+void DesktopProgram::showAddDialog()
+{
+    ProgramState& state = heart.state;
+    if (m_addDialog || state.TestRunning || heart.end.Ended()) {
+        if (!state.AddDialogOpen)
+            state.AddingLogger = state.AddRebuildPending = state.NewLoggerMode = state.EditingExisting = false;
+        return;
+    }
+    QWidget* owner = m_options.get();
+    if (state.EditingExisting)
+        owner = dynamic_cast<frmTallyCores*>(heart.panels.At(state.CurrentLogger));
+    m_addDialog = new frmAddTallyCore(AddServicesOf(heart), owner);
+    m_addDialog->exec();
+    delete m_addDialog; // gone already if the owner is
 }
 
 } // namespace harvelop

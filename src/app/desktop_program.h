@@ -5,8 +5,12 @@
 #include "app/start_up.h"
 #include "core/frmMessages.h"
 #include "core/frmTaskbar.h"
+#include "panels/frmAddTallyCore.h"
 #include "panels/frmOptions.h"
 #include "panels/frmTallyCores.h"
+#include "terminal/frmTerminal.h"
+
+#include <QPointer>
 
 #include <memory>
 #include <string>
@@ -33,10 +37,15 @@ private:
     frmOptions& loadedOptions();
     void showOptions();
     MessageForm* loadMessages();
+    void showTerminal();
+    void showAddDialog();
 
     TallyCorePanels m_panels;
     std::unique_ptr<frmOptions> m_options;
     std::unique_ptr<frmMessages> m_messages;
+    std::unique_ptr<frmTerminal> m_terminal;
+    std::string m_commandLine;
+    QPointer<frmAddTallyCore> m_addDialog; // while it is shown
     frmTaskbar m_taskbar;
 };
 

@@ -5,11 +5,13 @@
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_serial_control.h"
 #include "platform/qt/qt_settings_store.h"
+#include "platform/qt/qt_sockets.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
+#include <csignal>
 #include <iostream>
 
 using namespace harvelop;
@@ -27,16 +29,18 @@ int main(int argc, char** argv)
         std::cerr << "harvelctl: there is no directory " << command.directory << "\n";
         return CtlFailed;
     }
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow any more is told like a full disk
     PrepareEventDispatcher();
     QCoreApplication app(argc, argv);
     Console console;
     QtEventPump pump;
     QtSettingsStore settings;
     QtSerialControl serial(settings);
+    QtSockets sockets;
     ConsoleDialogs dialogs(console, command.yes, command.password);
     QtDataFiles files;
     QtDesktop desktop;
-    Program program({pump, serial, dialogs, files, settings, desktop});
+    Program program({pump, serial, sockets, dialogs, files, settings, desktop});
     const int code = RunCtlCommand(program, console, command, directory.canonicalFilePath().toStdString(), std::cout);
     std::cout.flush();
     return std::cout ? code : CtlFailed;

@@ -5,10 +5,12 @@
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_serial_control.h"
 #include "platform/qt/qt_settings_store.h"
+#include "platform/qt/qt_sockets.h"
 #include "platform/qt/qt_window_desktop.h"
 
 #include <QApplication>
 
+#include <csignal>
 #include <iostream>
 #include <string_view>
 
@@ -55,6 +57,7 @@ int main(int argc, char** argv)
 {
     if (argc > 1 && answered(argv[1]))
         return 0;
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow any more is told like a full disk
     PrepareEventDispatcher();
     QApplication app(argc, argv);
     QApplication::setApplicationName("harvelop");
@@ -65,10 +68,11 @@ int main(int argc, char** argv)
     QtEventPump pump;
     QtSettingsStore settings;
     QtSerialControl serial(settings);
+    QtSockets sockets;
     QtDialogs dialogs;
     QtDataFiles files;
     QtWindowDesktop desktop;
-    DesktopProgram program({pump, serial, dialogs, files, settings, desktop});
+    DesktopProgram program({pump, serial, sockets, dialogs, files, settings, desktop});
     ProgramEnd& end = program.heart.end;
     end.OnEnd = [&] {
         serial.ClearOutBuffer(); // closing would send it

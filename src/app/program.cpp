@@ -14,8 +14,13 @@ Program::Program(const Platform& platform)
       controls(forms, state, options.LockControls),
       store(options, state, files),
       records(tables, state, panels, files),
+      lists(deliveryTables, state, tables, files),
+      loggerControls(state, tables, panels, progress),
       rs232(essentials(), platform.serial, link, options, state, forms, end),
+      ethernet(platform.sockets, link, waiting, end),
       exchange(waiting, link, state, forms, rs232, ethernet),
+      modem(essentials(), rs232, exchange, link, tables, options, state, forms, end),
+      connecting(essentials(), rs232, ethernet, modem, exchange, link, tables, state, options, end),
       identification(essentials(), exchange, platform.serial, link, search, tables, store, state),
       viewing(essentials(), link, search, tables, records, store, panels, controls, state, files),
       portSearch(essentials(), rs232, exchange, identification, viewing, controls, link, search, tables, panels,
@@ -24,7 +29,15 @@ Program::Program(const Platform& platform)
     // The calls that go against the order of building.
     store.FindComPorts = [this] { rs232.FindComPorts(); };
     store.SaveFoundLoggers = [this] { records.SaveFoundLoggers(); };
+    ethernet.ReceiveText = [this] { exchange.ReceiveText("Ethernet"); };
     rs232.ReceiveText = [this] { exchange.ReceiveText("ComPort"); };
+    modem.ConfirmConnected = [this] { connecting.ConfirmConnected(); };
+    connecting.IdentifyLogger = [this] {
+        identification.IdentifyLogger(true);
+        return search.IdentifiedModel.Get(state.CurrentLogger);
+    };
+    actions.ConnectLogger = [this](int number) { connecting.ConnectLogger(number); };
+    actions.CloseLink = [this] { connecting.ReleaseLink(); };
     rs232.SendToLogger = [this](const std::string& text) { exchange.SendToLogger(text); };
 }
 

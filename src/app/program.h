@@ -14,13 +14,17 @@
 #include "identify/port_search.h"
 #include "identify/search_state.h"
 #include "links/command_exchange.h"
-#include "links/ethernet_link.h"
+#include "links/connect.h"
 #include "links/link_state.h"
+#include "links/modEthernet.h"
 #include "links/modRS232.h"
+#include "links/modem.h"
 #include "platform/desktop.h"
 #include "platform/settings_store.h"
+#include "settings/delivery_lists.h"
 #include "settings/essentials.h"
 #include "settings/language_tables.h"
+#include "settings/logger_controls.h"
 #include "settings/logger_panels.h"
 #include "settings/logger_records.h"
 #include "settings/options_store.h"
@@ -32,18 +36,11 @@ namespace harvelop
 struct Platform {
     EventPump& pump;
     SerialControl& serial;
+    SocketMaker& sockets;
     Dialogs& dialogs;
     DataFiles& files;
     SettingsStore& store;
     Desktop& desktop;
-};
-
-// There is no network link yet: nothing is sent, nothing is open.
-class NoEthernet : public EthernetLink
-{
-public:
-    void EthernetSend(const std::string&) override {}
-    void CloseEthernet() override {}
 };
 
 // Owns every state and every module; reading the constructors is reading the architecture. Two programs can live side
@@ -64,10 +61,12 @@ public:
     ProgramState state;
     Options options;
     LoggerTables tables;
+    DeliveryTables deliveryTables;
     LinkState link;
     SearchState search;
     Forms forms;
     LoggerPanels panels;
+    LoggerActions actions;
 
     Waiting waiting;
     Progress progress;
@@ -75,9 +74,13 @@ public:
     OptionsControls controls;
     OptionsStore store;
     LoggerRecords records;
+    DeliveryLists lists;
+    LoggerControls loggerControls;
     modRS232 rs232;
-    NoEthernet ethernet;
+    modEthernet ethernet;
     CommandExchange exchange;
+    Modem modem;
+    Connecting connecting;
     Identification identification;
     LoggerViewing viewing;
     PortSearch portSearch;
@@ -85,7 +88,8 @@ public:
     Essentials essentials() { return {waiting, progress, dialogs, language}; }
     PanelServices panelServices()
     {
-        return {essentials(), options, state, store, tables, records, panels, viewing, controls, forms, link, end};
+        return {essentials(), options, state, store,  tables, records,        panels,  viewing, controls,
+                forms,        link,    end,   search, lists,  loggerControls, actions, files,   desktop};
     }
 };
 

@@ -168,9 +168,9 @@ void StartUp::showSinglePanel()
     if (p.end.Ended())
         return;
     p.state.SingleLoggerMode = true;
+    // Before it is shown, so that no other tab is seen first.
+    p.tables.Record(p.state.CurrentLogger)->LoggerTab = UnloadTab;
     p.viewing.cmdUnload_View_Click();
-    if (LoggerPanel* panel = p.panels.At(p.state.CurrentLogger))
-        panel->SelectTab(UnloadTab);
 }
 
 } // namespace harvelop

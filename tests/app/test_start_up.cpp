@@ -1,3 +1,4 @@
+#include "app/send_text.h"
 #include "app/start_up.h"
 #include "identify/fake_panel.h"
 #include "support/fake_forms.h"
@@ -55,6 +56,42 @@ std::string recordLine(int number, const std::string& key)
     record.LoggerIconKey = key;
     return std::to_string(number) + "tallyCoreSettings=" + RecordText(record) + "\r\n";
 }
+
+// A logger on Com 3, and a start with the command of a shortcut.
+struct SendStart : TestStart {
+    FakeMessages messages;
+    FakeTerminal terminal;
+    bool terminalShown = false;
+
+    explicit SendStart(const char* showMessages = "1")
+    {
+        Installed();
+        heart.forms.loadMessages = [this] { return &messages; };
+        files.files[TestProgram::OptionsIni] =
+            "AvailablePorts=3\r\nFindPorts=0\r\nShowMessages=" + std::string(showMessages) + "\r\n";
+        serial.Plug(3, nullptr, "");
+        Store(recordLine(1, "::2"));
+        heart.actions.ConnectLogger = [this](int number) {
+            EXPECT_EQ(number, 1);
+            EXPECT_EQ(heart.state.QuietConnect, terminalShown);
+            heart.progress.ShowMessageForm();
+            heart.link.LinkMode = "ComPort";
+            heart.rs232.OpenComPort(3);
+        };
+        showTerminal = [this] {
+            EXPECT_TRUE(heart.state.TerminalOnly && heart.state.TerminalStarting);
+            terminalShown = heart.state.TerminalOpen = true;
+            heart.forms.terminal = &terminal;
+        };
+    }
+    void Open(const std::string& commandLine)
+    {
+        StartUpHooks hooks;
+        hooks.sendText = [this](const Launch& launch) { SendText(heart, launch, showTerminal); };
+        StartUp(heart, hooks).Run(commandLine);
+    }
+    std::function<void()> showTerminal;
+};
 
 } // namespace
 
@@ -236,7 +273,7 @@ TEST(StartUp, AKeyAloneOpensTheLoggersPanelOnItsThirdTab)
     ASSERT_EQ(t.made.size(), 1u);
     EXPECT_EQ(t.made[0]->number, 2);
     EXPECT_TRUE(t.made[0]->visible);
-    EXPECT_EQ(t.made[0]->tab, 3);
+    EXPECT_EQ(t.made[0]->shownTabs, std::vector<int>{3}); // from the first moment
     EXPECT_FALSE(t.heart.state.SingleLoggerMode);
     EXPECT_FALSE(t.heart.end.Ended());
     t.made[0]->Unload();
@@ -307,11 +344,81 @@ TEST(StartUp, AStoreThatKeepsNothingLeavesTheCurrentDirectory)
         void Save(const std::string&, const std::string&, const std::string&, const std::string&) override {}
     } forgetful;
     TestStart t;
-    Program heart({t.pump, t.serial, t.dialogs, t.files, forgetful, t.desktop});
+    Program heart({t.pump, t.serial, t.sockets, t.dialogs, t.files, forgetful, t.desktop});
     StartUpHooks hooks;
     hooks.showOptions = [] {};
     StartUp(heart, hooks).Run("");
     EXPECT_EQ(heart.state.AppPath, "/home/user/loggers/");
+}
+
+TEST(StartUp, TextBehindAPercentSignIsSentToldAndEndsTheProgram)
+{
+    SendStart t;
+    t.dialogs.Expect(BoxAnswer::Ok);
+    const double before = t.pump.NowMs();
+    t.Open("::2 %CALARMS A,B");
+    EXPECT_EQ(t.serial.Sent(), "CALARMS A,B\r\n");
+    EXPECT_NEAR(t.pump.NowMs() - before, 2000, 5);
+    ASSERT_EQ(t.dialogs.shown.size(), 1u);
+    EXPECT_EQ(t.dialogs.shown[0].text, "Command successfully sent to the tallyCore.     ");
+    EXPECT_EQ(t.dialogs.shown[0].title, " tallyCore Harvel");
+    EXPECT_EQ(t.dialogs.shown[0].icon, BoxIcon::Information);
+    EXPECT_TRUE(t.heart.end.Ended());
+    EXPECT_FALSE(t.terminalShown);
+    EXPECT_FALSE(t.heart.state.TerminalOnly);
+    EXPECT_EQ(t.heart.link.LinkMode, "None");
+    EXPECT_FALSE(t.serial.PortOpen());
+    EXPECT_NE(std::find(t.files.writes.begin(), t.files.writes.end(), TestProgram::OptionsIni), t.files.writes.end());
+    const auto shown = [&](const char* text) {
+        return std::count(t.messages.captions.begin(), t.messages.captions.end(), text);
+    };
+    EXPECT_EQ(shown("<- Sending Command to tallyCore ..."), 1);
+    EXPECT_EQ(shown("<- Command Sent"), 1);
+}
+
+TEST(StartUp, WithoutMessagesACommandIsSentSilently)
+{
+    SendStart t("0");
+    t.Open("::2 %G");
+    EXPECT_EQ(t.serial.Sent(), "G\r\n");
+    EXPECT_TRUE(t.dialogs.shown.empty());
+    EXPECT_TRUE(t.heart.end.Ended());
+}
+
+TEST(StartUp, TextBetweenPercentSignsIsSentAndTheTerminalStays)
+{
+    SendStart t;
+    t.dialogs.Expect(BoxAnswer::Ok);
+    t.Open("::2 %PROFILE%");
+    EXPECT_TRUE(t.terminalShown);
+    t.heart.waiting.ServeEvents();
+    EXPECT_EQ(t.serial.Sent(), "PROFILE\r\n");
+    EXPECT_FALSE(t.heart.end.Ended());
+    EXPECT_FALSE(t.heart.state.TerminalStarting || t.heart.state.QuietConnect);
+    EXPECT_TRUE(t.heart.state.TerminalOnly);
+    EXPECT_TRUE(t.serial.PortOpen());
+}
+
+TEST(StartUp, NoTextAtAllSendsNothingAndReportsNothing)
+{
+    for (const char* command : {"::2 %", "::2 %%"}) {
+        SendStart t;
+        t.Open(command);
+        EXPECT_TRUE(t.terminalShown) << command;
+        t.heart.waiting.ServeEvents();
+        EXPECT_EQ(t.serial.Sent(), "") << command;
+        EXPECT_TRUE(t.dialogs.shown.empty());
+        EXPECT_FALSE(t.heart.end.Ended());
+    }
+}
+
+TEST(StartUp, AnEndWhileConnectingSendsAndTellsNothing)
+{
+    SendStart t;
+    t.heart.actions.ConnectLogger = [&](int) { t.heart.end.EndProgram(); };
+    t.Open("::2 %G");
+    EXPECT_EQ(t.serial.Sent(), "");
+    EXPECT_TRUE(t.dialogs.shown.empty());
 }
 
 } // namespace harvelop::test
