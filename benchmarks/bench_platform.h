@@ -7,6 +7,7 @@
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_serial_control.h"
 #include "platform/qt/qt_settings_store.h"
+#include "platform/qt/qt_sockets.h"
 
 #include <iostream>
 
@@ -27,17 +28,20 @@ public:
         std::cerr << text << '\n';
         return {};
     }
+    std::string BrowseFolder(const std::string& title, const std::string&) override { return AskPassword(title, {}); }
+    std::string OpenFile(const std::string& title, const std::string&) override { return AskPassword(title, {}); }
 };
 
 struct BenchPlatform {
     QtEventPump pump;
     QtSettingsStore store;
     QtSerialControl serial{store};
+    QtSockets sockets;
     TellingDialogs dialogs;
     QtDataFiles files;
     QtDesktop desktop;
 
-    Platform All() { return {pump, serial, dialogs, files, store, desktop}; }
+    Platform All() { return {pump, serial, sockets, dialogs, files, store, desktop}; }
 };
 
 } // namespace harvelop

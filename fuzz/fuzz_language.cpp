@@ -15,6 +15,8 @@ struct NoDialogs : Dialogs {
         return BoxAnswer::Ok;
     }
     std::string AskPassword(const std::string&, const std::string&) override { return {}; }
+    std::string BrowseFolder(const std::string&, const std::string&) override { return {}; }
+    std::string OpenFile(const std::string&, const std::string&) override { return {}; }
 };
 
 } // namespace

@@ -5,7 +5,9 @@ Each rule is a function that takes the root and yields its findings as "file:lin
 """
 import pathlib
 import re
+import subprocess
 import sys
+import tempfile
 import xml.etree.ElementTree as xml
 
 # From the bottom up; a layer includes only itself and those before it. Layers of one line stand beside each other.
@@ -123,7 +125,7 @@ def no_empty_catch(root):
 
 
 def words_stay_inside(root):
-    folders = [*SOURCES, "docs", "scripts", "cmake"]
+    folders = [*SOURCES, "demo", "docs", "scripts", "cmake"]
     texts = list(lines(root, folders, ".cpp", ".h", ".ui", ".txt", ".cmake", ".py", ".md", ".json", ""))
     texts += [(path.relative_to(root), number, line) for path in sorted(root.iterdir()) if path.is_file()
               for number, line in enumerate(path.read_text(errors="replace").splitlines(), 1)]
@@ -157,6 +159,17 @@ def forms_have_layouts(root):
             yield f"{path}:{number}: a fixed geometry: {line.strip()}"
 
 
+def pictures_are_as_drawn(root):
+    script, folder = root / "scripts/draw-loggers", root / "src/panels/pictures"
+    with tempfile.TemporaryDirectory() as scratch:
+        subprocess.run([sys.executable, "-B", script, scratch], check=True)
+        drawn = {path.name: path.read_bytes() for path in pathlib.Path(scratch).iterdir()}
+    kept = {path.name: path.read_bytes() for path in folder.iterdir()}
+    for name in sorted({*drawn, *kept}):
+        if drawn.get(name) != kept.get(name):
+            yield f"{(folder / name).relative_to(root)}:1: is not what {script.relative_to(root)} draws"
+
+
 RULES = {
     rule.__name__: rule
     for rule in [
@@ -168,6 +181,7 @@ RULES = {
         files_stay_short,
         headers_read_as_documentation,
         forms_have_layouts,
+        pictures_are_as_drawn,
     ]
 }
 

@@ -111,6 +111,21 @@ class Rules(unittest.TestCase):
             ],
         )
 
+    def test_pictures_that_the_script_does_not_draw_so_are_found(self):
+        self.write(
+            "scripts/draw-loggers",
+            "import pathlib, sys\n"
+            "for name in ('same.svg', 'changed.svg', 'missing.svg'):\n"
+            "    (pathlib.Path(sys.argv[1]) / name).write_text('<svg/>')\n",
+        )
+        self.write("src/panels/pictures/same.svg", "<svg/>")
+        self.write("src/panels/pictures/changed.svg", "<svg />")
+        self.write("src/panels/pictures/left.svg", "<svg/>")
+        self.assertEqual(
+            self.findings("pictures_are_as_drawn"),
+            [f"src/panels/pictures/{name}.svg:1: is not what scripts/draw-loggers draws" for name in ("changed", "left", "missing")],
+        )
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -8,6 +8,7 @@ import tempfile
 import threading
 
 BIN = os.environ["HARVELOP_BIN"]
+HARVEL = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "demo", "harvel")
 PORTS = range(1, 17)
 
 
@@ -69,15 +70,30 @@ class Scene:
     def path(self, name):
         return os.path.join(self.directory, name)
 
-    def start(self, *words):
+    def add_harvel(self):
+        """Puts the stand-in for the unload program into the application directory: the path of the link to it."""
+        link = self.path("harvel")
+        os.symlink(os.path.realpath(HARVEL), link)
+        return link
+
+    def harvel_log(self):
+        """The lines that the stand-in has written so far; none before its first start. An entry ends in "==== end".
+        Bytes that are no UTF-8 come as surrogate escapes."""
+        try:
+            with open(self.path("harvel.Log"), "rb") as file:
+                return file.read().decode("utf-8", "surrogateescape").split("\n")[:-1]
+        except FileNotFoundError:
+            return []
+
+    def start(self, *words, **more):
         """Starts harvelctl without a terminal."""
         return subprocess.Popen([os.path.join(BIN, "harvelctl"), "--dir", self.directory, *words],
                                 env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                stderr=subprocess.PIPE, text=True)
+                                stderr=subprocess.PIPE, text=True, **more)
 
-    def run(self, *words, timeout=120):
+    def run(self, *words, timeout=120, **more):
         """Runs harvelctl to its end: exit code, standard output, standard error."""
-        process = self.start(*words)
+        process = self.start(*words, **more)
         try:
             out, error = process.communicate(timeout=timeout)
         except subprocess.TimeoutExpired:

@@ -112,7 +112,7 @@ class BadPorts(unittest.TestCase):
 
     def test_a_port_that_vanishes_while_it_identifies_is_stored_as_unknown(self):
         """The probe has been answered by then; a port that goes with the first line has shown nothing."""
-        for lines, found in ((1, []), (3, [("Unknown", "none", "", "2")])):
+        for lines, found in ((1, []), (3, [("Unknown", "none", "Unknown", "2")])):
             logger = {"com": 2, "model": "KR40", "port": "pty", "baud": 115200, "failure": "DropsLine",
                       "dropAfter": lines}
             with self.subTest(lines=lines), Scene([logger]) as scene:

@@ -14,8 +14,9 @@ class Screen:
     """A virtual X screen with a window manager."""
 
     def __enter__(self):
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x960x24", "-nolisten", "tcp"],
-                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        # Without -noreset the screen starts anew, and drops who is connecting, each time that its last client goes.
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x960x24", "-nolisten", "tcp",
+                                        "-noreset"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         self.display = ":" + self.server.stdout.readline().strip()
         self.manager = subprocess.Popen(["openbox"], env=dict(os.environ, DISPLAY=self.display),
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
