@@ -307,7 +307,7 @@ SimulationFile ReadSimulationFile(std::string_view text)
 
     Reading reading;
     for (const auto& [name, value] : root.items())
-        if (name != "loggers" && name != "modem")
+        if (name != "loggers" && name != "modem" && name != "transcript")
             reading.file.errors.push_back("unknown key " + inQuotes(name));
     const json& loggers = root["loggers"];
     if (loggers.empty() || loggers.size() > MostLoggers) {
@@ -318,6 +318,8 @@ SimulationFile ReadSimulationFile(std::string_view text)
         reading.readLogger(entry);
     if (root.contains("modem"))
         reading.readModem(root["modem"]);
+    if (root.contains("transcript") && !readText(root["transcript"], reading.file.transcript))
+        reading.file.errors.push_back("\"transcript\" takes the path of a file");
     return reading.file;
 }
 

@@ -1,6 +1,7 @@
 // tallysim: simulated loggers on pseudo terminals and TCP ports of this machine.
 
 #include "simulator/pty_line.h"
+#include "simulator/recorded_device.h"
 #include "simulator/report_texts.h"
 #include "simulator/simulated_logger.h"
 #include "simulator/simulation_file.h"
@@ -43,7 +44,8 @@ int showHelp()
            "  --list-failures  the failure modes and what they do\n\n"
            "FILE holds {\"loggers\": [{\"model\": \"KR40\", \"com\": 1, \"baud\": 115200}, ...]}. A logger's keys:\n"
         << SimulationFileHelp() << "\nBeside \"loggers\" it may hold \"modem\": {...}, a modem on a pty. Its keys:\n"
-        << ModemHelp();
+        << ModemHelp()
+        << "\n\"transcript\": \"PATH\" writes down what passes on the lines. Loggers with a password are left out.\n";
     return Done;
 }
 
@@ -71,21 +73,40 @@ void complain(const std::string& text)
     std::cerr << "tallysim: " << text << '\n';
 }
 
-std::unique_ptr<SimulatedLine> openLine(const LoggerSetup& setup, std::string& error)
+std::unique_ptr<SimulatedDevice> recorded(std::unique_ptr<SimulatedDevice> device, const std::string& name,
+                                          std::ostream* transcript)
 {
-    auto logger = std::make_unique<SimulatedLogger>(setup.logger);
+    if (!transcript)
+        return device;
+    return std::make_unique<RecordedDevice>(std::move(device), name, *transcript);
+}
+
+std::unique_ptr<SimulatedDevice> makeLogger(const LoggerSetup& setup, const std::string& name, std::ostream* transcript)
+{
+    return recorded(std::make_unique<SimulatedLogger>(setup.logger), name,
+                    setup.logger.password.empty() ? transcript : nullptr);
+}
+
+std::unique_ptr<SimulatedLine> openLine(const LoggerSetup& setup, const std::string& name, std::ostream* transcript,
+                                        std::string& error)
+{
+    auto logger = makeLogger(setup, name, transcript);
     if (setup.IsTcp())
         return TcpLine::Open(std::move(logger), setup.tcpPort, error);
     return PtyLine::Open(std::move(logger), static_cast<unsigned>(setup.logger.baud), setup.link, error);
 }
 
-std::unique_ptr<SimulatedLine> openModem(const ModemSetup& setup, std::string& error)
+std::unique_ptr<SimulatedLine> openModem(const ModemSetup& setup, std::ostream* transcript, std::string& error)
 {
     PhoneBook book;
-    for (const auto& [number, logger] : setup.phoneBook)
-        book[number] = std::make_shared<SimulatedLogger>(logger.logger);
-    return PtyLine::Open(std::make_unique<SimulatedModem>(setup.modem, std::move(book)),
-                         static_cast<unsigned>(setup.modem.baud), setup.link, error);
+    bool secret = false; // passwords pass the modem, too
+    for (const auto& [number, logger] : setup.phoneBook) {
+        book[number] = makeLogger(logger, "number " + number, transcript);
+        secret = secret || !logger.logger.password.empty();
+    }
+    auto modem = recorded(std::make_unique<SimulatedModem>(setup.modem, std::move(book)), "modem",
+                          secret ? nullptr : transcript);
+    return PtyLine::Open(std::move(modem), static_cast<unsigned>(setup.modem.baud), setup.link, error);
 }
 
 std::string described(const ModemSetup& setup, const std::string& place)
@@ -193,25 +214,29 @@ int simulate(const std::string& path, bool withAssignments)
 
     std::signal(SIGPIPE, SIG_IGN);
     const FileHandle ending = endSignals();
+    std::ofstream file;
+    if (!simulation.transcript.empty()) {
+        file.open(simulation.transcript, std::ios::app);
+        if (!file) {
+            complain("cannot write " + simulation.transcript);
+            return Failed;
+        }
+    }
+    std::ostream* const transcript = file.is_open() ? &file : nullptr;
     SimulationLoop loop;
-    for (const LoggerSetup& setup : simulation.loggers) {
-        std::string error;
-        auto line = openLine(setup, error);
-        if (!line) {
+    std::string error;
+    const auto add = [&](std::unique_ptr<SimulatedLine> line) {
+        if (line)
+            loop.Add(std::move(line));
+        else
             complain(error);
+        return error.empty();
+    };
+    for (std::size_t i = 0; i < simulation.loggers.size(); ++i)
+        if (!add(openLine(simulation.loggers[i], "logger " + std::to_string(i + 1), transcript, error)))
             return Failed;
-        }
-        loop.Add(std::move(line));
-    }
-    if (simulation.modem) {
-        std::string error;
-        auto line = openModem(*simulation.modem, error);
-        if (!line) {
-            complain(error);
-            return Failed;
-        }
-        loop.Add(std::move(line));
-    }
+    if (simulation.modem && !add(openModem(*simulation.modem, transcript, error)))
+        return Failed;
     announce(simulation, loop, withAssignments);
     loop.Run(ending.Get());
     return Done;

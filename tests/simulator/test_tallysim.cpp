@@ -190,6 +190,32 @@ TEST_F(Tallysim, ALoggerOnTcpAnswers)
     }
 }
 
+TEST_F(Tallysim, TranscriptHoldsWhatPassesAndNoPassword)
+{
+    const fs::path transcript = folder / "transcript";
+    const auto places = Simulate(R"({"loggers": [{"model": "KR45", "port": "tcp:0"},
+        {"model": "KR45", "port": "tcp:0", "password": "sesame"}],
+        "modem": {"com": 4, "connect": 10, "phoneBook": {"555": {"model": "KR40"}}},
+        "transcript": ")" + transcript.string() +
+                                 R"("})");
+    ASSERT_EQ(places.size(), 3U) << told << Errors();
+    EXPECT_EQ(Ask(Connect(places.at("TALLYSIM_TCP_1")), "\xff\r\n" + Del, Marks), Marks);
+    EXPECT_EQ(Ask(Connect(places.at("TALLYSIM_TCP_2")), "sesame\r\n", "\n"), "Accepted\r\n");
+    const auto line = OpenTerminal(places.at("HARVELOP_COM4"), 9600);
+    Ask(line, "ate0\r\n", "OK\r\n");
+    Ask(line, "atdt555\r\n", "9600\r\n");
+    EXPECT_EQ(Ask(line, Del, Marks), Marks);
+    EXPECT_EQ(End(SIGTERM), 0);
+    std::ifstream file(transcript);
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    EXPECT_THAT(text,
+                StartsWith("[\"logger 1\",\"in\",\"\xef\xbf\xbd\\r\\n\x7f\\r\\n\"]\n[\"logger 1\",\"out\",\"<<\\r\\n\"]\n"));
+    EXPECT_THAT(text, HasSubstr("[\"modem\",\"in\",\"atdt555\\r\\n\"]\n[\"modem\",\"out\",\"\\r\\nCONNECT 9600"));
+    EXPECT_THAT(text, HasSubstr("[\"number 555\",\"out\",\"<<\\r\\n\"]\n"));
+    EXPECT_THAT(text, testing::Not(HasSubstr("logger 2")));
+    EXPECT_THAT(text, testing::Not(HasSubstr("sesame")));
+}
+
 TEST_F(Tallysim, PasswordIsWantedOverTheLineToo)
 {
     const auto places = Simulate(R"({"loggers": [{"model": "KR23", "com": 3, "baud": 1200, "password": "sesame"}]})");
@@ -257,6 +283,9 @@ TEST_F(Tallysim, APlaceThatCannotBeHadEndsWithOne)
     Start({File(R"({"loggers": [{"model": "KR40", "link": ")" + folder.string() + R"("}]})")});
     EXPECT_EQ(End(), 1);
     EXPECT_EQ(Errors(), "tallysim: cannot make the link " + folder.string() + ": File exists\n");
+    Start({File(R"({"loggers": [{"model": "KR40"}], "transcript": ")" + folder.string() + R"("})")});
+    EXPECT_EQ(End(), 1);
+    EXPECT_EQ(Errors(), "tallysim: cannot write " + folder.string() + "\n");
 }
 
 TEST_F(Tallysim, TellsItsHelpVersionModelsAndFailures)
