@@ -49,10 +49,11 @@ Launch ParseLaunch(const std::string& launchCommand)
         return launch;
     }
     launch.path = Launch::Path::SendText;
+    launch.text = launchCommand.substr(mark + 1);
     launch.inTerminal = launchCommand.back() == '%';
-    const size_t end = launchCommand.size() - (launch.inTerminal ? 1 : 0);
-    if (end > mark + 1)
-        launch.text = launchCommand.substr(mark + 1, end - mark - 1);
+    launch.tellsSent = !launch.text.empty();
+    if (launch.inTerminal && launch.tellsSent)
+        launch.text.pop_back();
     return launch;
 }
 

@@ -17,6 +17,7 @@ struct Launch {
     std::string key;         // n
     std::string text;        // SendText: what to send; may be empty
     bool inTerminal = false; // SendText: with the terminal, which stays
+    bool tellsSent = false; // SendText: that the command was sent; not for a lone "%", which asks for the terminal only
 };
 
 // `LaunchCommand`: the command line with all double quotes removed; empty unless it holds "::".

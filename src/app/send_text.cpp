@@ -8,11 +8,11 @@ namespace harvelop
 namespace
 {
 
-void tellSent(Program& program)
+void tellSent(Program& program, const std::string& text)
 {
     const LanguageTables& language = program.language;
     program.progress.ShowProgressText(language.Text(303));
-    if (program.options.ShowMessages) {
+    if (!text.empty() && program.options.ShowMessages) {
         program.progress.HideMessageForm();
         program.dialogs.Show({language.Text(560) + ".     ", " " + language.Text(503), BoxIcon::Information});
     }
@@ -34,11 +34,11 @@ void SendText(Program& program, const Launch& launch, const std::function<void()
     state.QuietConnect = false;
     program.progress.ShowProgressText(program.language.Text(302) + " ...");
     program.waiting.WaitMs(1000);
-    if (!launch.text.empty()) {
+    if (!launch.text.empty())
         program.exchange.SendToLogger(launch.text);
-        tellSent(program);
-    }
-    if (launch.inTerminal || program.end.Ended())
+    if (launch.tellsSent)
+        tellSent(program, launch.text);
+    if (launch.inTerminal)
         return;
     program.connecting.ReleaseLink();
     program.store.SaveOptions();

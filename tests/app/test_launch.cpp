@@ -41,6 +41,7 @@ TEST(Launch, APercentSignSendsTheTextBehindIt)
     EXPECT_EQ(launch.path, Path::SendText);
     EXPECT_EQ(launch.key, "3");
     EXPECT_EQ(launch.text, "G A B");
+    EXPECT_TRUE(launch.tellsSent);
     EXPECT_FALSE(launch.inTerminal);
 }
 
@@ -58,7 +59,22 @@ TEST(Launch, APercentSignAloneSendsNothing)
     EXPECT_EQ(launch.path, Path::SendText);
     EXPECT_TRUE(launch.inTerminal);
     EXPECT_EQ(launch.text, "");
-    EXPECT_EQ(ParseLaunch("::7 %%").text, "");
+    EXPECT_FALSE(launch.tellsSent);
+}
+
+TEST(Launch, TwoPercentSignsSendNothingEitherButTellIt)
+{
+    const Launch launch = ParseLaunch("::7 %%");
+    EXPECT_EQ(launch.path, Path::SendText);
+    EXPECT_TRUE(launch.inTerminal);
+    EXPECT_EQ(launch.text, "");
+    EXPECT_TRUE(launch.tellsSent);
+}
+
+TEST(Launch, OnlyTheFirstPercentSignAndOneAtTheEndAreLeftOut)
+{
+    EXPECT_EQ(ParseLaunch("::7 %A%B%").text, "A%B");
+    EXPECT_EQ(ParseLaunch("::7 %%%").text, "%");
 }
 
 TEST(Launch, APercentSignWinsOverAPath)

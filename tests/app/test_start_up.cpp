@@ -399,17 +399,35 @@ TEST(StartUp, TextBetweenPercentSignsIsSentAndTheTerminalStays)
     EXPECT_TRUE(t.serial.PortOpen());
 }
 
-TEST(StartUp, NoTextAtAllSendsNothingAndReportsNothing)
+// Nothing at all is sent with two of them, too, not even an empty line; that is told as if it had been, without a box.
+TEST(StartUp, NoTextAtAllSendsNothingAndALonePercentSignReportsNothing)
 {
-    for (const char* command : {"::2 %", "::2 %%"}) {
+    for (const auto& [command, told] : {std::pair{"::2 %", false}, std::pair{"::2 %%", true}}) {
         SendStart t;
+        t.heart.progress.ShowMessageForm();
+        const double before = t.pump.NowMs();
         t.Open(command);
         EXPECT_TRUE(t.terminalShown) << command;
         t.heart.waiting.ServeEvents();
         EXPECT_EQ(t.serial.Sent(), "") << command;
         EXPECT_TRUE(t.dialogs.shown.empty());
+        EXPECT_EQ(t.messages.Caption(), told ? "<- Command Sent" : "<- Sending Command to tallyCore ...");
+        EXPECT_NEAR(t.pump.NowMs() - before, told ? 2000 : 1000, 1) << command;
         EXPECT_FALSE(t.heart.end.Ended());
     }
+}
+
+TEST(StartUp, ALanguageFileReplacesTheWordsOfACommandThatIsSent)
+{
+    SendStart t;
+    t.files.files[TestProgram::OptionsIni] += "UseLangFile=1\r\nLanguage=Test\r\n";
+    t.files.files["/home/user/loggers/Test.txt"] =
+        "302:1:8:[302]\r\n303:1:8:[303]\r\n503:1:8:[503]\r\n560:1:8:[560]\r\n";
+    t.dialogs.Expect(BoxAnswer::Ok);
+    t.Open("::2 %G");
+    EXPECT_EQ(t.messages.captions, (std::vector<std::string>{"<- [302] ...", "<- [303]"}));
+    EXPECT_EQ(t.dialogs.shown.at(0).text, "[560].     ");
+    EXPECT_EQ(t.dialogs.shown.at(0).title, " [503]");
 }
 
 TEST(StartUp, AnEndWhileConnectingSendsAndTellsNothing)
@@ -419,6 +437,7 @@ TEST(StartUp, AnEndWhileConnectingSendsAndTellsNothing)
     t.Open("::2 %G");
     EXPECT_EQ(t.serial.Sent(), "");
     EXPECT_TRUE(t.dialogs.shown.empty());
+    EXPECT_FALSE(t.serial.PortOpen());
 }
 
 } // namespace harvelop::test
