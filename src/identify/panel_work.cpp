@@ -72,7 +72,7 @@ void ClearOnLogger(PanelServices services, int number, std::function<void()> act
     const bool connected = failed && !*failed && services.link.LinkConnected;
     if (connected)
         action();
-    if (connected || !failed)
+    if (connected || !services.state.TerminalOpen) // a terminal goes on with a link that failed
         services.actions.CloseLink();
     endWork(services);
     if (clearMode && connected) // that it stays set otherwise is meant

@@ -118,16 +118,24 @@ TEST_F(PanelWork, AFailedConnectionFreesTheControlsAndLeavesClearModeSet)
 {
     connects = false;
     ClearOnLogger(Services(), 1, Action(), true);
-    EXPECT_EQ(steps, Steps{"connect 1"});
+    EXPECT_EQ(steps, (Steps{"connect 1", "close link"}));
     EXPECT_TRUE(First().disabled.empty());
     EXPECT_TRUE(heart.state.ClearMode);
+}
+
+TEST_F(PanelWork, AnOpenTerminalKeepsTheLinkOfAConnectionThatFailed)
+{
+    connects = false;
+    heart.state.TerminalOpen = true;
+    ClearOnLogger(Services(), 1, Action(), true);
+    EXPECT_EQ(steps, Steps{"connect 1"});
 }
 
 TEST_F(PanelWork, ThePortThatHasTheLoggersNumberDecidesWhetherItFailed)
 {
     heart.link.PortOpenFailed.Set(1, true); // com port 1, not the logger's own port 3
     ClearOnLogger(Services(), 1, Action(), false);
-    EXPECT_EQ(steps, Steps{"connect 1"});
+    EXPECT_EQ(steps, (Steps{"connect 1", "close link"}));
     EXPECT_TRUE(First().disabled.empty());
 }
 
