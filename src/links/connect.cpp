@@ -72,7 +72,7 @@ void Connecting::ConnectRS232(int port)
     const LoggerRecord* record = m_tables.Record(m_state.CurrentLogger);
     if (record)
         m_link.LinkDescription = record->LoggerModel + " on Com " + record->LoggerPort;
-    m_use.progress.ShowProgressText(m_use.language.Text(313) + " " + m_link.LinkDescription + " ...");
+    tellLooking(313);
     SerialControl& serial = m_rs232.MSComm1;
     if (serial.PortOpen())
         serial.Close();
@@ -93,12 +93,19 @@ void Connecting::ConnectEthernet(const std::string& host, const std::string& tcp
     m_link.LinkMode = "Ethernet";
     if (const LoggerRecord* record = m_tables.Record(m_state.CurrentLogger))
         m_link.LinkDescription = record->LoggerModel + " at " + host + ":" + tcpPort;
-    m_use.progress.ShowProgressText(m_use.language.Text(322) + " " + m_link.LinkDescription + " ...");
+    tellLooking(322);
     m_link.DefaultTimeout = 5000;
     m_link.EthernetConnected = false;
     m_ethernet.OpenEthernet(host, tcpPort, "TCP");
     WaitForEthernet();
     ConfirmConnected();
+}
+
+// A language file's pieces are joined as they stand; the English one wants a blank.
+void Connecting::tellLooking(int number)
+{
+    const char* gap = m_use.language.LangActive ? "" : " ";
+    m_use.progress.ShowProgressText(m_use.language.Text(number) + gap + m_link.LinkDescription + " ...");
 }
 
 void Connecting::ReleaseLink()
@@ -113,23 +120,31 @@ void Connecting::WaitForEthernet()
 {
     constexpr int Tries = 6;
     constexpr double TryMs = 1000;
-    for (int tries = 0; tries < Tries && !m_link.EthernetConnected && !m_end.Ended(); ++tries)
+    for (int tries = 0; tries < Tries && !m_link.EthernetConnected && !isGivenUp(); ++tries)
         m_use.waiting.WaitMs(TryMs);
+}
+
+// With the options panel closed, or the program ended, nobody waits for the link.
+bool Connecting::isGivenUp() const
+{
+    return m_state.StopLinkWork || m_end.Ended();
 }
 
 void Connecting::ConfirmConnected()
 {
     const LoggerRecord* record = m_tables.Record(m_state.CurrentLogger);
-    if (m_link.ConnectionKind != "Ethernet") {
+    if (m_link.ConnectionKind != "Ethernet" && !isGivenUp()) {
         if (record)
             m_exchange.SendToLogger(record->LoggerPassword);
         constexpr double WakeMs = 1500;
         m_use.waiting.WaitMs(WakeMs);
     }
-    const std::string model = IdentifyLogger();
+    const std::string model = isGivenUp() ? std::string() : IdentifyLogger();
     record = m_tables.Record(m_state.CurrentLogger); // the wait may have changed which logger that is
     constexpr size_t Compared = 5;
-    if (!model.empty() && record && Holds(record->LoggerModel, model.substr(0, Compared)))
+    if (isGivenUp())
+        m_link.LinkConnected = false;
+    else if (!model.empty() && record && Holds(record->LoggerModel, model.substr(0, Compared)))
         tellRightLogger();
     else
         tellWrongLogger();
@@ -154,6 +169,8 @@ void Connecting::tellWrongLogger()
         return;
     m_use.progress.ShowProgressText(language.Text(323) + " " + m_link.LinkDescription);
     m_use.waiting.WaitMs(1000);
+    if (isGivenUp())
+        return;
     m_use.progress.HideMessageForm();
     if (m_options.ShowMessages) {
         const std::string notFound =

@@ -18,7 +18,8 @@
 namespace harvelop
 {
 
-// Every path that reaches a port or a socket leaves the link open, also to a wrong logger: the caller ends it.
+// Every path that reaches a port or a socket leaves the link open, also to a wrong logger: the caller ends it. Nothing
+// is begun while `StopLinkWork` is set; set in a wait, it ends the work quietly.
 class Connecting
 {
 public:
@@ -45,6 +46,8 @@ public:
     void WaitForEthernet();
 
 private:
+    bool isGivenUp() const;
+    void tellLooking(int number);
     void tellRightLogger();
     void tellWrongLogger();
 

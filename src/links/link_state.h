@@ -29,8 +29,11 @@ struct LinkState {
     bool NoPermissionTold = false;                  // a port that the user may not open is told once
 
     // The network link.
-    std::string IPProtocol;         // of the latest opening: "TCP", or "UDP", which carries nothing
+    std::string IPAddress;          // of the latest opening, as are the next two
+    std::string IPPort;             // decimal
+    std::string IPProtocol;         // "TCP" or "UDP"
     bool EthernetConnected = false; // the connection stands
+    bool UdpOpen = false;           // the latest opening was a "UDP" one, and is not closed yet
 
     // The exchange.
     double DefaultTimeout = 5000; // milliseconds; callers change it for a stretch of work and restore it

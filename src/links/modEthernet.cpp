@@ -37,6 +37,8 @@ void modEthernet::OpenEthernet(const std::string& address, const std::string& po
     m_link.LinkMode = "Ethernet";
     m_link.EthernetChunk.clear();
     m_link.ReceivedText.clear();
+    m_link.IPAddress = address;
+    m_link.IPPort = port;
     m_link.IPProtocol = protocol;
     for (auto& former : Winsock1)
         if (m_eventsOnStack == 0 && former && former->State() == SocketControl::Condition::Closed)
@@ -47,19 +49,25 @@ void modEthernet::OpenEthernet(const std::string& address, const std::string& po
     socket.OnConnect = [this, index] { Winsock1_Connect(index); };
     socket.OnDataArrival = [this, index] { Winsock1_DataArrival(index); };
     socket.OnClose = [this, index] { Winsock1_Close(index); };
-    if (protocol == "TCP")
-        socket.Connect(address, portNumber(port));
+    socket.Connect(address, portNumber(port));
+    if (protocol == "UDP")
+        m_link.UdpOpen = true;
 }
 
-// A link that has been replaced no longer speaks for the current one.
-bool modEthernet::isCurrent(size_t index) const
+bool modEthernet::isLatest(size_t index) const
 {
     return index + 1 == Winsock1.size();
 }
 
+// A socket that has been replaced, by another or by a com port, no longer speaks for the link.
+bool modEthernet::isTheLink(size_t index) const
+{
+    return isLatest(index) && m_link.LinkMode == "Ethernet";
+}
+
 void modEthernet::Winsock1_Connect(size_t index)
 {
-    if (!isCurrent(index) || m_end.Ended())
+    if (!isTheLink(index) || m_end.Ended())
         return;
     if (Winsock1[index]->State() != SocketControl::Condition::Connected) {
         m_link.LinkMode = "None";
@@ -75,7 +83,7 @@ void modEthernet::Winsock1_Connect(size_t index)
 
 void modEthernet::Winsock1_DataArrival(size_t index)
 {
-    if (!isCurrent(index))
+    if (!isTheLink(index))
         return;
     m_link.EthernetChunk = Winsock1[index]->GetData();
     ++m_eventsOnStack;
@@ -86,17 +94,17 @@ void modEthernet::Winsock1_DataArrival(size_t index)
 
 void modEthernet::Winsock1_Close(size_t index)
 {
-    if (!isCurrent(index))
-        return;
-    m_link.LinkMode = "None";
-    m_link.EthernetConnected = false;
+    if (isTheLink(index))
+        m_link.LinkMode = "None";
+    if (isLatest(index))
+        m_link.EthernetConnected = false;
 }
 
 void modEthernet::CloseEthernet()
 {
     if (!Winsock1.empty())
         Winsock1.back()->Close();
-    m_link.EthernetConnected = false;
+    (m_link.IPProtocol == "UDP" ? m_link.UdpOpen : m_link.EthernetConnected) = false;
     m_link.LinkMode = "None";
 }
 

@@ -44,6 +44,36 @@ TEST_F(Network, AnOpeningReturnsAtOnceAndConnectsInAnEvent)
     EXPECT_TRUE(State().EthernetConnected);
     EXPECT_EQ(State().CurrentPort, 9);
     EXPECT_EQ(sockets.steps, Steps{"1 connect 10.0.0.5:3000"});
+    EXPECT_EQ(State().IPAddress, "10.0.0.5");
+    EXPECT_EQ(State().IPPort, "3000");
+    EXPECT_EQ(State().IPProtocol, "TCP");
+    EXPECT_FALSE(State().UdpOpen);
+}
+
+TEST_F(Network, AUdpOpeningIsOnlyNoted)
+{
+    Link().OpenEthernet("10.0.0.5", "3000", "UDP");
+    EXPECT_EQ(State().IPProtocol, "UDP");
+    EXPECT_TRUE(State().UdpOpen);
+    EXPECT_EQ(State().LinkMode, "Ethernet");
+    heart.waiting.WaitMs(10);
+    EXPECT_TRUE(State().EthernetConnected);
+    Link().CloseEthernet();
+    EXPECT_FALSE(State().UdpOpen);
+    EXPECT_EQ(State().LinkMode, "None");
+    EXPECT_TRUE(State().EthernetConnected); // meant: its closing clears the other flag
+}
+
+TEST_F(Network, AnErrorShowsNoBoxAndDoesNotCloseTheLink)
+{
+    Connect();
+    ASSERT_NE(sockets.made[0], nullptr);
+    if (sockets.made[0]->OnError)
+        sockets.made[0]->OnError(10053, "Connection aborted");
+    EXPECT_EQ(State().LinkMode, "Ethernet");
+    EXPECT_TRUE(State().EthernetConnected);
+    EXPECT_TRUE(dialogs.shown.empty());
+    EXPECT_EQ(sockets.steps, Steps{"1 connect 10.0.0.5:3000"});
 }
 
 TEST_F(Network, AConnectionWaitsHalfASecondInWhichDataCanArrive)

@@ -176,6 +176,17 @@ TEST_F(Dialup, CallThatFailsIsToldAndLeavesThePortOpen)
     EXPECT_NEAR(pump.NowMs(), 4200 + 45000 + 1000, 1);
 }
 
+TEST_F(Dialup, CallThatFailsIsToldInTheUsersLanguage)
+{
+    UseLanguageFile(LanguageLines);
+    PlugFailing(ModemFailure::Busy);
+    shownDialogs.Expect(BoxAnswer::Ok);
+    modem.ConnectDialup(3);
+    EXPECT_EQ(window.captions.at(3), "<- [318] 5551234");
+    EXPECT_EQ(shownDialogs.shown.at(0).text, "[318] 5551234.     ");
+    EXPECT_EQ(window.Caption(), "<- [324] 3 @ 9600,N,8,1");
+}
+
 TEST_F(Dialup, FailedCallPutsTheTimeOutBack)
 {
     PlugFailing(ModemFailure::NoAnswer);
@@ -309,6 +320,17 @@ TEST_F(TestOfDialup, CallThatFailsIsToldAndHungUp)
     EXPECT_EQ(link.DefaultTimeout, 5000);
 }
 
+TEST_F(TestOfDialup, WithMessagesOffAFailureIsInTheCaptionOnly)
+{
+    options.ShowMessages = false;
+    EXPECT_FALSE(modem.TestDialup(3, "5551234", "at"));
+    EXPECT_EQ(dialog.caption, "Could Not Find a Modem on Com 3");
+    PlugFailing(ModemFailure::NoCarrier);
+    EXPECT_FALSE(modem.TestDialup(3, "5551234", "at"));
+    EXPECT_EQ(dialog.caption, "Could Not Connect to 5551234");
+    EXPECT_THAT(shownDialogs.shown, IsEmpty());
+}
+
 TEST_F(TestOfDialup, BusyPortIsToldByThePortAlone)
 {
     serial.ports[3].openError = PortBusy;
@@ -362,6 +384,16 @@ TEST_F(ModemReset, MissingModemIsTold)
     EXPECT_THAT(dialog.steps, ElementsAre("clear", "set"));
     EXPECT_EQ(link.DefaultTimeout, 5000);
     EXPECT_FALSE(state.TestRunning);
+}
+
+TEST_F(ModemReset, MissingModemIsToldInTheUsersLanguage)
+{
+    UseLanguageFile(LanguageLines);
+    shownDialogs.Expect(BoxAnswer::Ok);
+    modem.ResetModem(3, "atz");
+    EXPECT_THAT(dialog.captions, ElementsAre(" [518] 3 ...", " [316] 3", " Add a tallyCore"));
+    EXPECT_EQ(shownDialogs.shown.at(0).text, "[316] 3.     ");
+    EXPECT_EQ(shownDialogs.shown.at(0).title, " tallyCore Search");
 }
 
 TEST_F(ModemReset, BusyPortIsToldOnce)

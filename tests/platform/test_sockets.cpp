@@ -8,6 +8,8 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 
 namespace harvelop::test
@@ -25,6 +27,20 @@ bool until(const std::function<bool()>& done)
     while (!done() && clock.elapsed() < LongestWaitMs)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
     return done();
+}
+
+// Among the files that this process has open: the sockets whose peer listens on a port of the loopback.
+std::vector<int> socketsTo(quint16 port)
+{
+    constexpr int HighestFile = 1024;
+    std::vector<int> found;
+    for (int file = 0; file < HighestFile; ++file) {
+        sockaddr_in address{};
+        socklen_t length = sizeof(address);
+        if (getpeername(file, reinterpret_cast<sockaddr*>(&address), &length) == 0 && ntohs(address.sin_port) == port)
+            found.push_back(file);
+    }
+    return found;
 }
 
 // A socket and who listens on the loopback for it.
@@ -89,6 +105,23 @@ TEST_F(Sockets, WhatIsSentBeforeTheConnectionIsLost)
     QByteArray got;
     EXPECT_TRUE(until([&] { return (got += peer->readAll()).size() >= 4; }));
     EXPECT_EQ(got, "late");
+}
+
+TEST_F(Sockets, ALineLeavesAtOnceWhetherTheHostIsANameOrANumber)
+{
+    for (const char* host : {"127.0.0.1", "localhost"}) {
+        events.clear();
+        auto one = QtSockets().MakeSocket();
+        one->OnConnect = [this] { events.emplace_back("connect"); };
+        one->Connect(host, server.serverPort());
+        ASSERT_TRUE(until([this] { return Seen("connect"); })) << host;
+        const std::vector<int> files = socketsTo(server.serverPort());
+        ASSERT_EQ(files.size(), 1U);
+        int noDelay = 0;
+        socklen_t length = sizeof(noDelay);
+        ASSERT_EQ(getsockopt(files[0], IPPROTO_TCP, TCP_NODELAY, &noDelay, &length), 0);
+        EXPECT_NE(noDelay, 0) << host;
+    }
 }
 
 TEST_F(Sockets, APortThatNobodyListensOnIsAnError)

@@ -99,6 +99,14 @@ public:
     {
         later(0, [this, text] { take(text); });
     }
+    void Fails(int number, const std::string& description)
+    {
+        later(0, [this, number, description] {
+            m_state = Condition::Closed;
+            if (OnError)
+                OnError(number, description);
+        });
+    }
     void PeerCloses()
     {
         later(0, [this] {

@@ -25,6 +25,8 @@ public:
     void ServeFor(double ms) override
     {
         ++passes;
+        if (whenWaiting)
+            whenWaiting(ms);
         const double until = m_nowMs + ms;
         if (!m_events.empty() && m_events.begin()->first <= until)
             m_nowMs = std::max(m_nowMs, m_events.begin()->first);
@@ -38,7 +40,8 @@ public:
     // `event` happens `ms` milliseconds from now, served by some wait.
     void After(double ms, std::function<void()> event) { m_events.emplace(m_nowMs + ms, std::move(event)); }
 
-    long passes = 0; // how often events were served
+    long passes = 0;                            // how often events were served
+    std::function<void(double ms)> whenWaiting; // as a wait of that length begins
 
 private:
     void runDue()

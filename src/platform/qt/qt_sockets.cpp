@@ -8,6 +8,8 @@ namespace harvelop
 namespace
 {
 
+constexpr qint64 LargestBlock = 262144; // bytes; what comes faster waits, so that other events have their turn
+
 // Its slots come from the event loop only, as each is queued; one that is still queued when the socket is closed is
 // dropped.
 class QtSocketControl : public QObject, public SocketControl
@@ -15,6 +17,10 @@ class QtSocketControl : public QObject, public SocketControl
 public:
     QtSocketControl()
     {
+        m_socket.setReadBufferSize(LargestBlock);
+        connect(&m_socket, &QTcpSocket::connected, this, [this] {
+            m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        }); // before, it may have no effect
         connect(
             &m_socket, &QTcpSocket::connected, this, [this] { raise(OnConnect); }, Qt::QueuedConnection);
         connect(
@@ -33,7 +39,6 @@ public:
     void Connect(const std::string& host, int port) override
     {
         m_socket.connectToHost(QString::fromStdString(host), static_cast<quint16>(port));
-        m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     }
     void Close() override
     {
@@ -55,8 +60,10 @@ public:
     }
     void SendData(std::string_view bytes) override
     {
-        if (m_socket.state() == QAbstractSocket::ConnectedState)
-            m_socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
+        if (m_socket.state() != QAbstractSocket::ConnectedState)
+            return;
+        m_socket.write(bytes.data(), static_cast<qint64>(bytes.size()));
+        m_socket.flush(); // spares a round through the event loop for every command
     }
     std::string GetData() override { return m_socket.readAll().toStdString(); }
 
