@@ -1,10 +1,7 @@
 // The upper pane of the terminal.
 #pragma once
 
-#include "terminal/terminal_rules.h"
-
 #include <QGroupBox>
-#include <QTimer>
 
 #include <memory>
 #include <string>
@@ -17,8 +14,7 @@ class frmReceive;
 namespace harvelop
 {
 
-// Shows everything the logger says, and stays where the user has scrolled to. Text is collected and shown in portions
-// that leave the window time to answer, however fast it comes.
+// Shows everything the logger says.
 class frmReceive : public QGroupBox
 {
     Q_OBJECT
@@ -30,21 +26,11 @@ public:
     void Append(const std::string& text);
     void Clear();
 
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 signals:
-    void ClearAsked(); // Alt+C
+    void ClearAsked(); // Alt+C, or by the menu
 
 private:
-    void showPortion();
-    void showRows(const ReceivedRows::Rows& rows);
-
     std::unique_ptr<Ui::frmReceive> m_ui;
-    QTimer m_timer;
-    ReceivedRows m_rows;
-    std::string m_waiting;     // collected, from `m_shown` on
-    std::size_t m_shown = 0;   // how much of it is in the pane
-    bool m_tailWaited = false; // a character's first bytes have been left for its others once
 };
 
 } // namespace harvelop

@@ -171,11 +171,18 @@ void frmTerminal::Close()
     close();
 }
 
+// A port that has been unplugged is closed, though its link stands until somebody ends it.
+bool frmTerminal::isLinked() const
+{
+    const std::string& mode = m_use.link.LinkMode;
+    return mode == "Ethernet" || (mode == "ComPort" && m_use.rs232.MSComm1.PortOpen());
+}
+
 void frmTerminal::watchLink()
 {
-    if (m_use.link.LinkMode != "None") {
-        m_linked = m_linked || !m_use.link.LinkMode.empty();
-    } else if (m_linked && !m_use.state.QuietConnect) {
+    if (isLinked()) {
+        m_linked = true;
+    } else if (m_linked && !m_use.link.LinkMode.empty() && !m_use.state.QuietConnect) {
         m_linked = false;
         SetCaption(" " + m_use.language.Text(394));
     }

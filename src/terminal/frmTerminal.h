@@ -73,6 +73,7 @@ private:
     void setSendHeight(int pixels);
     void halve();
     void unload();
+    bool isLinked() const;
     void watchLink();
 
     std::unique_ptr<Ui::frmTerminal> m_ui;

@@ -17,7 +17,7 @@ TEST(SendPaneRules, EnterInTheMiddleSendsFromTheStartOfTheLineToTheEndOfThePane)
     const SendOutcome outcome = SendCurrentLine({ThreeLines, 6}); // behind the "t" of "two"
     EXPECT_EQ(outcome.sent, u"two\r\nthree");
     EXPECT_EQ(outcome.pane.text, ThreeLines + u"\r\n");
-    EXPECT_EQ(outcome.pane.caret, 8u);
+    EXPECT_EQ(outcome.pane.caret, outcome.pane.text.size()); // the walk to the end has taken it along
 }
 
 TEST(SendPaneRules, EnterOnTheFirstLineSendsEverything)
@@ -70,6 +70,7 @@ TEST(SendPaneRules, TheWalkForwardGivesUpAfterTenThousandSteps)
     const std::u16string line = std::u16string(LongestWalk, u'y') + u"x";
     EXPECT_EQ(SendCurrentLine({line, 0}).sent, line.substr(0, LongestWalk));
     EXPECT_EQ(SendCurrentLine({line, 0}).pane.text, line + u"\r\n");
+    EXPECT_EQ(SendCurrentLine({line, 0}).pane.caret, LongestWalk + 2);
 }
 
 TEST(SendPaneRules, ACaretBehindTheTextCountsAsItsEnd)
@@ -113,53 +114,6 @@ TEST(SendPaneRules, AnEditorsLineEndsCountOnceThePanesTwice)
     }
     EXPECT_EQ(PaneOfEditor(u"a\nb", 0).text, u"a\r\nb");
     EXPECT_EQ(EditorCaret({u"a\r\nb", 2}), 2u); // between CR and LF
-}
-
-TEST(ReceivedText, LineEndsOfEveryKindBeginARow)
-{
-    ReceivedRows rows;
-    EXPECT_EQ(rows.Take("a\rb\nc\r\nd\n\ne").text, "a\nb\nc\nd\n\ne");
-}
-
-TEST(ReceivedText, ALineEndThatComesInTwoPiecesIsOne)
-{
-    ReceivedRows rows;
-    EXPECT_EQ(rows.Take("a\r").text, "a\n");
-    EXPECT_EQ(rows.Take("\nb").text, "b");
-    EXPECT_EQ(rows.Take("\r").text, "\n");
-    EXPECT_EQ(rows.Take("c").text, "c");
-}
-
-TEST(ReceivedText, LongLinesGoOnInFurtherRows)
-{
-    ReceivedRows rows;
-    const std::string row(ReceivedRows::RowLength, 'x');
-    const auto first = rows.Take(row);
-    EXPECT_EQ(first.text, row); // just fits
-    EXPECT_TRUE(first.continuing.empty());
-    const auto second = rows.Take("y\n" + row + row + "z\n");
-    EXPECT_EQ(second.text, "\ny\n" + row + "\n" + row + "\nz\n");
-    EXPECT_THAT(second.continuing, ElementsAre(1, 3, 4));
-}
-
-TEST(ReceivedText, RowsAreCountedInCharactersAndCutBetweenThem)
-{
-    ReceivedRows rows;
-    std::string row;
-    for (std::size_t i = 0; i < ReceivedRows::RowLength; ++i)
-        row += "\u00e4";
-    EXPECT_EQ(rows.Take(row + "\u00e4").text, row + "\n\u00e4");
-}
-
-TEST(ReceivedText, ACharacterIsShownWhenAllItsBytesHaveCome)
-{
-    EXPECT_EQ(WholeCharacters(""), 0u);
-    EXPECT_EQ(WholeCharacters("ab"), 2u);
-    EXPECT_EQ(WholeCharacters("a\xC3"), 1u);
-    EXPECT_EQ(WholeCharacters("a\xC3\xA4"), 3u);
-    EXPECT_EQ(WholeCharacters("a\xE2\x82"), 1u);
-    EXPECT_EQ(WholeCharacters("a\xF0\x9F\x98"), 1u);
-    EXPECT_EQ(WholeCharacters("\xA4\xA4\xA4\xA4\xA4"), 5u); // no UTF-8 at all: nothing to wait for
 }
 
 TEST(TerminalPanes, ShareTheWindowInHalvesOrKeepTheSendPane)
