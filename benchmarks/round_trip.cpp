@@ -1,6 +1,7 @@
-// The round trip of a command over a pseudo terminal: through the whole exchange, and by bare write, poll and read.
-// Both take turns against one and the same responder, which is a process of its own.
+// round_trip pty|tcp: the round trip of a command over a pseudo terminal or a network link: through the whole exchange,
+// and by bare write, poll and read. Both take turns against one and the same responder, which is a process of its own.
 #include "bench_platform.h"
+#include "loopback.h"
 #include "pty.h"
 
 #include <QCoreApplication>
@@ -23,11 +24,10 @@ constexpr int RoundsATurn = 50;
 constexpr std::string_view Command = "TEST0\r\n";
 constexpr std::string_view Reply = "T,TEST REPORT 0000:52,5 5.20\r";
 
-// Answers each line on either terminal until it is ended.
-[[noreturn]] void respond(const std::array<int, 2>& masters)
+// Answers each line on either link until it is ended.
+[[noreturn]] void respond(const std::array<int, 2>& links)
 {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    std::array<pollfd, 2> waits = {{{masters[0], POLLIN, 0}, {masters[1], POLLIN, 0}}};
+    std::array<pollfd, 2> waits = {{{links[0], POLLIN, 0}, {links[1], POLLIN, 0}}};
     std::array<char, 256> bytes{};
     while (poll(waits.data(), waits.size(), -1) > 0) {
         for (const pollfd& wait : waits) {
@@ -85,27 +85,45 @@ double quantile(std::vector<double> values, double share)
     return values[static_cast<size_t>(at)];
 }
 
+// Forks the responder; `links` gives its ends of the two, the bare one first.
+template <typename Links> pid_t startResponder(Links links)
+{
+    const pid_t responder = fork();
+    if (responder != 0)
+        return responder;
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    respond(links());
+}
+
 int run(int argc, char** argv)
 {
+    const bool overTcp = argc == 2 && std::string_view(argv[1]) == "tcp";
     const Pty forBare;
     const Pty forExchange;
-    const int bare = OpenRaw(forBare.name);
+    const Listener listener;
+    const int bare = overTcp ? listener.Connect() : OpenRaw(forBare.name);
     const int keptOpen = OpenRaw(forExchange.name);
-    const pid_t responder = fork();
-    if (responder == 0)
-        respond({forBare.master, forExchange.master});
+    const pid_t responder = startResponder([&] {
+        return overTcp ? std::array{listener.Accept(), listener.Accept()}
+                       : std::array{forBare.master, forExchange.master};
+    });
 
     setenv("HARVELOP_COM1", forExchange.name.c_str(), 1);
     PrepareEventDispatcher();
     const QCoreApplication app(argc, argv);
     BenchPlatform platform;
     Program program(platform.All());
-    program.rs232.SetComSettings("115200", "N", "8", "1", "NOFC");
-    program.rs232.OpenComPort(1);
+    if (overTcp) {
+        program.ethernet.OpenEthernet("127.0.0.1", listener.Port(), "TCP");
+        program.connecting.WaitForEthernet();
+    } else {
+        program.rs232.SetComSettings("115200", "N", "8", "1", "NOFC");
+        program.rs232.OpenComPort(1);
+    }
 
     std::vector<double> bareTimes;
     std::vector<double> exchangeTimes;
-    bool good = program.link.LinkMode == "ComPort";
+    bool good = overTcp ? program.link.EthernetConnected : program.link.LinkMode == "ComPort";
     for (int turn = 0; good && turn <= Turns; ++turn) {
         if (turn == 1) { // the first turn warms up
             bareTimes.clear();
@@ -115,6 +133,7 @@ int run(int argc, char** argv)
                measure(exchangeTimes, [&] { return exchangeRound(program); });
     }
     program.rs232.CloseLink();
+    program.ethernet.CloseEthernet();
     kill(responder, SIGTERM);
     close(bare);
     close(keptOpen);

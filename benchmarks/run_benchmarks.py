@@ -21,6 +21,14 @@ STARTS = 15
 # What a search of one silent port waits for: at each of the eleven rates for the probe and the reply, then to tell.
 SILENT_PORT_MS = 11 * 500 + (10 + 20 + 30 + 40 + 50 + 100 + 200 + 300 + 400 + 500 + 1000) + 500 + 1000 + 50
 
+# What reaching a stored logger waits for: to wake it up over a com port, or until the next look whether the connection
+# stands, to identify it, to ask the newer family for its version, and to tell.
+SERIAL_MS = 1500
+TCP_MS = 1000
+IDENTIFY_MS = 500 + 200 + 200 + 500 + 2000 + 200 + 200 + 1000
+VERSION_MS = 500
+FOUND_MS = 1000
+
 
 def output(program, *arguments, **options):
     return subprocess.run([BIN / program, *arguments], stdout=subprocess.PIPE, text=True, check=True, **options).stdout
@@ -64,10 +72,52 @@ def scene():
 
 
 def round_trip():
-    told = figures(output("bench_round_trip"))
-    for name, words, limit in (("median", "median", 1.3), ("p99", "99th percentile", 2.0)):
-        bare, exchange = told[f"bare_{name}_us"], told[f"exchange_{name}_us"]
-        yield (f"round trip over a PTY, {words}", f"{exchange:.1f} us, bare {bare:.1f} us", exchange / bare, limit, "times")
+    for link, words in (("pty", "a PTY"), ("tcp", "TCP")):
+        told = figures(output("bench_round_trip", link))
+        for name, which, limit in (("median", "median", 1.3), ("p99", "99th percentile", 2.0)):
+            bare, exchange = told[f"bare_{name}_us"], told[f"exchange_{name}_us"]
+            yield (f"round trip over {words}, {which}", f"{exchange:.1f} us, bare {bare:.1f} us", exchange / bare, limit, "times")
+
+
+@contextlib.contextmanager
+def simulated(loggers):
+    """Simulated loggers; gives the place of each."""
+    with tempfile.NamedTemporaryFile("w", suffix=".json") as file:
+        json.dump({"loggers": loggers}, file)
+        file.flush()
+        with subprocess.Popen([BIN / "tallysim", "--env", file.name], stdout=subprocess.PIPE, text=True) as simulator:
+            try:
+                told = "".join(iter(simulator.stdout.readline, "ready\n"))
+                yield [line.split("=", 1)[1] for line in told.splitlines() if line.startswith(("HARVELOP_COM", "TALLYSIM_TCP"))]
+            finally:
+                simulator.terminate()
+
+
+def connecting():
+    loggers = [
+        {"model": "KR40", "com": 1},
+        {"model": "KR200", "com": 2},
+        {"model": "KR40", "port": "tcp:0"},
+        {"model": "KR200", "port": "tcp:0"},
+    ]
+    with simulated(loggers) as places:
+        for logger, place in zip(loggers, places, strict=True):
+            model = logger["model"]
+            link, before = ("TCP", TCP_MS) if "port" in logger else ("a PTY", SERIAL_MS)
+            waits = before + IDENTIFY_MS + (VERSION_MS if model == "KR40" else 0) + FOUND_MS
+            with scene() as (directory, environment):
+                took = figures(output("bench_connect", model, place, cwd=directory, env=environment))["connect_ms"]
+            yield (f"connecting to a {model} over {link}", f"{took:.0f} ms, its waits {waits} ms", took / waits, 1.02, "times")
+
+
+def terminal():
+    with scene() as (directory, environment), display() as screen:
+        told = figures(output("bench_terminal", cwd=directory, env=environment | screen))
+    first, second = told["first_ms"], told["second_ms"]
+    for name, took in (("first", first), ("second", second)):
+        yield (f"terminal, {name} 10 MB", f"{told['bytes'] / took / 1000:.0f} MB/s, at least 20", took, 500, "ms")
+        yield ("  longest gap between paints", f"{told[f'{name}_paints']:.0f} paints", told[f"{name}_gap_ms"], 50, "ms")
+    yield ("terminal, second 10 MB against the first", f"{first:.0f} ms, {second:.0f} ms", second / first, 1.5, "times")
 
 
 def scanning():
@@ -120,7 +170,7 @@ def start():
 def main():
     print(f"{'':44}{'measured':>10}{'limit':>8}  {'':12}{'':6}of")
     only = sys.argv[2:]
-    for benchmark in (round_trip, scanning, waiting, silent_port, start):
+    for benchmark in (round_trip, connecting, terminal, scanning, waiting, silent_port, start):
         if only and benchmark.__name__ not in only:
             continue
         for name, of, measured, limit, unit in benchmark():
