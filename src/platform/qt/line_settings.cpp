@@ -50,8 +50,9 @@ std::optional<StopBits> ReadStopBits(std::string_view text)
 
 std::optional<LineSettings> ReadLineSettings(std::string_view text)
 {
+    constexpr int LowestBaud = 50;
     constexpr int HighestBaud = 4'000'000;
-    const auto baud = ReadNumber(TakeField(text), 1, HighestBaud);
+    const auto baud = ReadNumber(TakeField(text), LowestBaud, HighestBaud);
     const auto parity = ReadParity(TakeField(text));
     const auto dataBits = ReadNumber(TakeField(text), 5, 8);
     const auto stopBits = ReadStopBits(text);

@@ -16,7 +16,8 @@ struct LineSettings {
     StopBits stopBits = StopBits::One;
 };
 
-// Baud, parity letter of either case, data bits, and stop bits ("1", "1.5", "2"); nothing for any other text.
+// Baud, from 50 to 4,000,000, parity letter of either case, data bits, and stop bits ("1", "1.5", "2"); nothing for any
+// other text.
 std::optional<LineSettings> ReadLineSettings(std::string_view text);
 
 } // namespace harvelop
