@@ -63,13 +63,14 @@ class Grid:
 
 
 class PanelCase(unittest.TestCase):
-    """A test with a screen, and a scene with the loggers that a class names in `simulated`."""
+    """A test with a screen, and a scene with the loggers and the modem that a class names."""
 
     simulated = ()
+    modem = None
 
     def setUp(self):
         self.screen = self.enterContext(Screen())
-        self.scene = self.enterContext(Scene(self.simulated))
+        self.scene = self.enterContext(Scene(self.simulated, self.modem))
 
     def press(self, title, *steps):
         """Gives keys and texts to the window with this title; waits for it first."""
@@ -85,8 +86,8 @@ class PanelCase(unittest.TestCase):
         self.press(title, *steps)
         self.screen.gone(title)
 
-    def start(self):
-        program = start_program(self.scene, self.screen.display)
+    def start(self, *words):
+        program = start_program(self.scene, self.screen.display, *words)
         self.addCleanup(program.stderr.close)
         self.addCleanup(program.wait)
         self.addCleanup(program.kill)

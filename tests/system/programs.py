@@ -13,10 +13,12 @@ PORTS = range(1, 17)
 
 
 class Scene:
-    """Simulated loggers on com ports and an application directory of their own. Use it in a `with` statement."""
+    """Simulated loggers on com ports, behind a modem and on TCP ports, and an application directory of their own. Use
+    it in a `with` statement."""
 
-    def __init__(self, loggers=()):
+    def __init__(self, loggers=(), modem=None):
         self.loggers = list(loggers)
+        self.modem = modem
         self.simulator = None
 
     def __enter__(self):
@@ -40,10 +42,15 @@ class Scene:
     def start_simulator(self):
         config = os.path.join(self.scratch.name, "loggers.json")
         # Behind a link that goes with its logger: the number of a pseudo terminal is soon somebody else's.
-        linked = [dict({"link": os.path.join(self.scratch.name, f"com{logger['com']}")}, **logger)
-                  for logger in self.loggers]
+        def linked(device):
+            com = device.get("com")
+            return dict({"link": os.path.join(self.scratch.name, f"com{com}")}, **device) if com else device
+        simulation = {"loggers": [linked(logger) for logger in self.loggers],
+                      "transcript": os.path.join(self.scratch.name, "transcript")}
+        if self.modem:
+            simulation["modem"] = linked(self.modem)
         with open(config, "w", encoding="utf-8") as file:
-            json.dump({"loggers": linked}, file)
+            json.dump(simulation, file)
         self.simulator = subprocess.Popen([os.path.join(BIN, "tallysim"), "--env", config], stdout=subprocess.PIPE,
                                           text=True)
         too_late = threading.Timer(30, self.simulator.kill)
@@ -53,7 +60,7 @@ class Scene:
                 name, _, value = line.strip().partition("=")
                 if name == "ready":
                     return
-                if name.startswith("HARVELOP_COM"):
+                if name.startswith(("HARVELOP_COM", "TALLYSIM_TCP_")):
                     self.environment[name] = value
         finally:
             too_late.cancel()
@@ -66,6 +73,20 @@ class Scene:
             self.simulator.wait(timeout=30)
             self.simulator.stdout.close()
             self.simulator = None
+
+    def address(self, number):
+        """Where the logger with that number, from 1, listens: host and port."""
+        return self.environment[f"TALLYSIM_TCP_{number}"].split(":")
+
+    def heard(self, name, direction="in"):
+        """What the simulated device of that name ("logger N", "modem", "number PHONE") has received so far; with
+        "out" what it has sent."""
+        try:
+            with open(os.path.join(self.scratch.name, "transcript"), encoding="utf-8") as file:
+                entries = [json.loads(line) for line in file if line.endswith("\n")]
+        except FileNotFoundError:
+            return ""
+        return "".join(text for who, way, text in entries if (who, way) == (name, direction))
 
     def path(self, name):
         return os.path.join(self.directory, name)
