@@ -1,12 +1,10 @@
 #include "app/ctl_arguments.h"
 
-#include "core/text_numbers.h"
-#include "links/link_state.h"
+#include "app/ctl_options.h"
 #include "settings/logger_record.h"
 
 #include <algorithm>
 #include <array>
-#include <functional>
 
 namespace harvelop
 {
@@ -15,107 +13,61 @@ namespace
 {
 
 using Verb = CtlCommand::Verb;
-using Error = std::string; // empty: none
+using Error = ArgumentError;
+
+enum class Takes { Nothing, Number, NumberAndFields, NumberAndText };
 
 struct VerbRow {
     std::string_view word;
     Verb verb;
-    bool takesNumber = false; // of a logger
-    bool takesFields = false; // and FIELD=VALUE behind it, at least once
+    Takes takes = Takes::Nothing;
 };
 
-constexpr std::array<VerbRow, 6> Verbs = {{{"find", Verb::Find},
-                                           {"list", Verb::List},
-                                           {"show", Verb::Show, true},
-                                           {"set", Verb::Set, true, true},
-                                           {"lists", Verb::Lists, true},
-                                           {"ports", Verb::Ports}}};
-
-// A whole number in a range, written in digits only.
-std::optional<int> numberIn(const std::string& word, int first, int last)
-{
-    const bool digits =
-        !word.empty() && std::all_of(word.begin(), word.end(), [](char c) { return c >= '0' && c <= '9'; });
-    const auto number = digits ? ToInt16(word) : std::nullopt;
-    return number && *number >= first && *number <= last ? std::optional<int>(*number) : std::nullopt;
-}
-
-struct OptionRow {
-    std::string_view word;
-    std::vector<Verb> verbs; // none: goes with every command
-    bool takesValue;
-    std::function<Error(CtlCommand&, const std::string& value)> apply;
-};
-
-template <auto member> Error setFlag(CtlCommand& command, const std::string&)
-{
-    command.*member = true;
-    return {};
-}
-
-template <auto member> Error takeText(CtlCommand& command, const std::string& value)
-{
-    command.*member = value;
-    return {};
-}
-
-template <ListEdit::Kind kind> Error addListEdit(CtlCommand& command, const std::string& value)
-{
-    command.listEdits.push_back({kind, value});
-    return {};
-}
-
-const std::vector<OptionRow>& options()
-{
-    static const std::vector<OptionRow> rows = {
-        {"--dir",
-         {},
-         true,
-         [](CtlCommand& command, const std::string& value) {
-             command.directory = value;
-             return value.empty() ? Error("--dir wants a directory") : Error();
-         }},
-        {"--port",
-         {Verb::Find},
-         true,
-         [](CtlCommand& command, const std::string& value) {
-             command.port = numberIn(value, 1, ComPorts);
-             return command.port ? Error() : Error("--port wants a number from 1 to 16");
-         }},
-        {"--all", {Verb::Find}, false, [](CtlCommand&, const std::string&) { return Error(); }},
-        {"--yes", {Verb::Find, Verb::Lists}, false, setFlag<&CtlCommand::yes>},
-        {"--password", {Verb::Find}, true, takeText<&CtlCommand::password>},
-        {"--json", {Verb::List, Verb::Show, Verb::Lists}, false, setFlag<&CtlCommand::json>},
-        {"--schedule", {Verb::Lists}, true, takeText<&CtlCommand::schedule>},
-        {"--description", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Description>},
-        {"--add", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Add>},
-        {"--remove", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Remove>},
-        {"--clear", {Verb::Lists}, false, addListEdit<ListEdit::Kind::Clear>},
-        {"--delete-all", {Verb::Lists}, false, setFlag<&CtlCommand::deleteAll>},
-    };
-    return rows;
-}
+constexpr std::array<VerbRow, 11> Verbs = {{{"find", Verb::Find},
+                                            {"list", Verb::List},
+                                            {"show", Verb::Show, Takes::Number},
+                                            {"set", Verb::Set, Takes::NumberAndFields},
+                                            {"lists", Verb::Lists, Takes::Number},
+                                            {"ports", Verb::Ports},
+                                            {"add", Verb::Add},
+                                            {"test", Verb::Test, Takes::Number},
+                                            {"connect", Verb::Connect, Takes::Number},
+                                            {"send", Verb::Send, Takes::NumberAndText},
+                                            {"terminal", Verb::Terminal, Takes::Number}}};
 
 bool isOption(const std::string& word)
 {
     return word.size() > 1 && word[0] == '-';
 }
 
+const CtlOption* optionOf(const std::string& word)
+{
+    const std::string_view name = std::string_view(word).substr(0, word.find('='));
+    const auto& rows = CtlOptions();
+    const auto row = std::find_if(rows.begin(), rows.end(), [&](const CtlOption& r) { return r.word == name; });
+    return row == rows.end() ? nullptr : &*row;
+}
+
+// What is sent may be a password, so it is not told back as an unknown option.
+bool mayBeText(const std::string& word, const std::vector<std::string>& plain)
+{
+    return !plain.empty() && plain[0] == "send" && !optionOf(word);
+}
+
 // Takes the option at `position`, which moves to its last word.
 Error takeOption(const std::vector<std::string>& words, size_t& position, CtlCommand& command,
-                 std::vector<const OptionRow*>& used)
+                 std::vector<const CtlOption*>& used)
 {
     const std::string& word = words[position];
     const size_t equals = word.find('=');
     const std::string name = word.substr(0, equals);
-    const auto& rows = options();
-    const auto row = std::find_if(rows.begin(), rows.end(), [&](const OptionRow& r) { return r.word == name; });
-    if (row == rows.end())
+    const CtlOption* option = optionOf(word);
+    if (!option)
         return "there is no option " + name;
-    if (!row->takesValue && equals != std::string::npos)
+    if (!option->takesValue && equals != std::string::npos)
         return name + " takes no value";
     std::string value;
-    if (row->takesValue) {
+    if (option->takesValue) {
         if (equals != std::string::npos)
             value = word.substr(equals + 1);
         else if (position + 1 < words.size())
@@ -123,8 +75,8 @@ Error takeOption(const std::vector<std::string>& words, size_t& position, CtlCom
         else
             return name + " wants a value";
     }
-    used.push_back(&*row);
-    return row->apply(command, value);
+    used.push_back(option);
+    return option->apply(command, value);
 }
 
 Error takeFields(const std::vector<std::string>& words, CtlCommand& command)
@@ -138,6 +90,15 @@ Error takeFields(const std::vector<std::string>& words, CtlCommand& command)
     return words.empty() ? Error("set wants at least one FIELD=VALUE") : Error();
 }
 
+// A line end within the text would send several lines.
+Error takeTextToSend(const std::vector<std::string>& words, CtlCommand& command)
+{
+    if (words.size() != 1 || words[0].find_first_of("\r\n") != std::string::npos)
+        return "send wants one TEXT of one line";
+    command.text = words[0];
+    return {};
+}
+
 // Only the command's own word is told back: what stands behind it may be somebody's password.
 Error takeWords(const std::vector<std::string>& plain, CtlCommand& command)
 {
@@ -147,26 +108,19 @@ Error takeWords(const std::vector<std::string>& plain, CtlCommand& command)
     if (row == Verbs.end())
         return "there is no command " + plain[0];
     command.verb = row->verb;
-    const size_t wanted = row->takesNumber ? 2 : 1;
-    if (plain.size() > wanted && !row->takesFields)
+    const size_t wanted = row->takes == Takes::Nothing ? 1 : 2;
+    if (plain.size() > wanted && (row->takes == Takes::Nothing || row->takes == Takes::Number))
         return "there is a word too many behind " + plain[0];
-    if (!row->takesNumber)
+    if (row->takes == Takes::Nothing)
         return {};
-    const auto number = plain.size() >= wanted ? numberIn(plain[1], 1, MaxLoggers) : std::nullopt;
+    const auto number = plain.size() >= wanted ? NumberIn(plain[1], 1, MaxLoggers) : std::nullopt;
     command.number = number.value_or(0);
     if (!number)
         return plain[0] + " wants a logger's number, from 1 to 50";
-    return row->takesFields ? takeFields({plain.begin() + 2, plain.end()}, command) : Error();
-}
-
-// What of the options of `lists` excludes each other.
-Error excluded(const CtlCommand& command)
-{
-    if (command.deleteAll && (command.schedule || command.json || !command.listEdits.empty()))
-        return "--delete-all goes with --yes alone";
-    if (command.json && !command.listEdits.empty())
-        return "--json shows the lists and goes with no change of them";
-    return {};
+    const std::vector<std::string> rest(plain.begin() + 2, plain.end());
+    if (row->takes == Takes::NumberAndFields)
+        return takeFields(rest, command);
+    return row->takes == Takes::NumberAndText ? takeTextToSend(rest, command) : Error();
 }
 
 } // namespace
@@ -175,30 +129,32 @@ std::variant<CtlCommand, std::string> ParseCtlArguments(const std::vector<std::s
 {
     CtlCommand command;
     std::vector<std::string> plain;
-    std::vector<const OptionRow*> used;
+    std::vector<const CtlOption*> used;
+    bool onlyPlain = false; // behind "--"
     for (size_t i = 0; i < words.size(); ++i) {
+        if (onlyPlain || words[i] == "--") {
+            if (onlyPlain)
+                plain.push_back(words[i]);
+            onlyPlain = true;
+            continue;
+        }
         if (words[i] == "--help" || words[i] == "-h" || words[i] == "--version") {
             command.verb = words[i] == "--version" ? Verb::Version : Verb::Help;
             return command;
         }
         if (!isOption(words[i])) {
             plain.push_back(words[i]);
+        } else if (mayBeText(words[i], plain)) {
+            return std::string("send wants a TEXT that begins with \"-\" behind \"--\"");
         } else if (const Error error = takeOption(words, i, command, used); !error.empty()) {
             return error;
         }
     }
     if (const Error error = takeWords(plain, command); !error.empty())
         return error;
-    bool all = false;
-    for (const OptionRow* row : used) {
-        all = all || row->word == "--all";
-        if (!row->verbs.empty() && std::find(row->verbs.begin(), row->verbs.end(), command.verb) == row->verbs.end())
-            return std::string(row->word) + " does not go with " + plain[0];
-    }
-    if (all && command.port)
-        return std::string("--all and --port exclude each other");
-    if (const Error error = excluded(command); !error.empty())
+    if (const Error error = WrongTogether(command, plain[0], used); !error.empty())
         return error;
+    command.logger.password = command.password.value_or("");
     return command;
 }
 
@@ -227,6 +183,17 @@ std::string CtlUsage()
                    remove all addresses and descriptions of logger N;
                    --yes does so without asking
   ports            the com ports of this machine
+  add --model M [--series S] [--serial S] [--password P] [--timeout S]
+      (--com N [--baud B] [--parity P] [--data-bits D] [--stop-bits S]
+       [--flow F] | --modem N --phone P [--baud B] [--init S] |
+       --tcp HOST:PORT)
+                   store a logger as the dialog does and print its number; a
+                   modem's speed counts only once the logger is changed there
+  test N           look for a logger where logger N is stored; stores nothing
+  connect N        reach logger N, see whether it is the one, and release it
+  send N TEXT      send a line to logger N and print its answer; a TEXT that
+                   begins with "-" comes behind "--"
+  terminal N       send the lines of standard input, print what comes in
 
   --dir DIR        the application directory (the current one)
   --help, --version

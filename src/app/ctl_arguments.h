@@ -1,6 +1,7 @@
 // The command line of `harvelctl`.
 #pragma once
 
+#include "panels/add_rules.h"
 #include "panels/record_edits.h"
 
 #include <optional>
@@ -19,21 +20,23 @@ struct ListEdit {
 };
 
 struct CtlCommand {
-    enum class Verb { Help, Version, Find, List, Show, Set, Lists, Ports };
+    enum class Verb { Help, Version, Find, List, Show, Set, Lists, Ports, Add, Test, Connect, Send, Terminal };
     Verb verb = Verb::Help;
     std::string directory = ".";         // the application directory
     std::optional<int> port;             // find: this com port only, 1 to 16
     bool yes = false;                    // find, lists: questions are answered with yes
-    std::optional<std::string> password; // find: the answer to a question for a password
+    std::optional<std::string> password; // find: the answer to a question for a password; add: the logger's
     bool json = false;                   // list, show, lists
-    int number = 0;                      // show, set, lists: the logger, 1 to 50
+    int number = 0;                      // of the logger, 1 to 50, for all commands that take one
     std::vector<RecordEdit> edits;       // set: at least one
     std::optional<std::string> schedule; // lists: the key of this schedule only; none: all are shown, "0" is edited
     std::vector<ListEdit> listEdits;     // lists: in their order; none: the lists are shown
     bool deleteAll = false;              // lists: of all schedules, with their descriptions
+    AddValues logger;                    // add: what the dialog's controls would hold
+    std::string text;                    // send: one line; may be empty
 };
 
-// The command, or in one line what is wrong with the words.
+// The command, or in one line what is wrong with the words. Behind "--" no word is an option.
 std::variant<CtlCommand, std::string> ParseCtlArguments(const std::vector<std::string>& words);
 
 std::string CtlUsage();

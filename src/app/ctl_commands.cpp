@@ -1,11 +1,16 @@
 #include "app/ctl_commands.h"
 
 #include "app/ctl_edits.h"
+#include "app/ctl_links.h"
 #include "app/ctl_lists.h"
 #include "app/ctl_loggers.h"
 #include "app/ctl_output.h"
+#include "app/ctl_talk.h"
 #include "app/start_up.h"
 #include "identify/headless_panel.h"
+
+#include <algorithm>
+#include <array>
 
 namespace harvelop
 {
@@ -68,7 +73,7 @@ int ports(Program& p, std::ostream& out)
 } // namespace
 
 int RunCtlCommand(Program& program, Console& console, const CtlCommand& command, const std::string& directory,
-                  std::ostream& out)
+                  std::ostream& out, LineInput* input)
 {
     SetAppPath(program, directory);
     switch (command.verb) {
@@ -84,6 +89,16 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
         return WorkOnLists(program, console, command, out);
     case CtlCommand::Verb::Ports:
         return ports(program, out);
+    case CtlCommand::Verb::Add:
+        return AddLogger(program, console, command, out);
+    case CtlCommand::Verb::Test:
+        return TestLogger(program, console, command);
+    case CtlCommand::Verb::Connect:
+        return ReachLogger(program, console, command);
+    case CtlCommand::Verb::Send:
+        return SendLine(program, console, command, out);
+    case CtlCommand::Verb::Terminal:
+        return input ? TalkToLogger(program, console, command, out, *input) : CtlUsageError;
     case CtlCommand::Verb::Help:
         out << CtlUsage();
         return CtlDone;
@@ -92,6 +107,19 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
         return CtlDone;
     }
     return CtlUsageError;
+}
+
+bool ReachesLoggers(CtlCommand::Verb verb)
+{
+    using enum CtlCommand::Verb;
+    constexpr std::array<CtlCommand::Verb, 5> Reaching = {Find, Test, Connect, Send, Terminal};
+    return std::find(Reaching.begin(), Reaching.end(), verb) != Reaching.end();
+}
+
+void InterruptCtl(Program& program)
+{
+    program.connecting.ReleaseLink(); // before the end, behind which no byte leaves
+    program.end.EndProgram(CtlFailed);
 }
 
 } // namespace harvelop

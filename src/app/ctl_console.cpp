@@ -11,11 +11,11 @@ namespace harvelop
 namespace
 {
 
-std::string trimmed(std::string text)
+// Without the blanks around it, which are for windows.
+std::string trimmed(const std::string& text)
 {
-    const size_t last = text.find_last_not_of(' ');
-    text.erase(last == std::string::npos ? 0 : last + 1);
-    return text;
+    const size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 // While it lives the terminal does not show what is typed, and an interrupt ends the reading instead of the program, so
@@ -56,9 +56,30 @@ private:
     bool m_changed;
 };
 
+// While it lives, the signals that ask for the end are not held back, as nobody would look at them.
+class Interruptible
+{
+public:
+    Interruptible()
+    {
+        sigset_t signals;
+        sigemptyset(&signals);
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+            sigaddset(&signals, signal);
+        pthread_sigmask(SIG_UNBLOCK, &signals, &m_before);
+    }
+    ~Interruptible() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+    Interruptible(const Interruptible&) = delete;
+    Interruptible& operator=(const Interruptible&) = delete;
+
+private:
+    sigset_t m_before{};
+};
+
 // A line from the terminal; none at its end or after an interrupt.
 std::optional<std::string> readLine()
 {
+    const Interruptible reading;
     std::string line;
     char c = 0;
     while (read(STDIN_FILENO, &c, 1) == 1) {
@@ -71,7 +92,10 @@ std::optional<std::string> readLine()
 
 } // namespace
 
-Console::Console() : Console(std::cerr, isatty(STDERR_FILENO) == 1, isatty(STDIN_FILENO) == 1) {}
+Console::Console()
+    : Console(std::cerr, isatty(STDERR_FILENO) == 1, isatty(STDIN_FILENO) == 1, isatty(STDOUT_FILENO) == 1)
+{
+}
 
 void Console::Progress(const std::string& text)
 {
@@ -122,7 +146,9 @@ void ConsoleMessages::SetCaption(const std::string& caption)
     // The arrow in front is the window's.
     constexpr std::string_view Arrow = "<- ";
     const bool arrow = caption.compare(0, Arrow.size(), Arrow) == 0;
-    m_console.Progress(trimmed(arrow ? caption.substr(Arrow.size()) : caption));
+    const std::string text = trimmed(arrow ? caption.substr(Arrow.size()) : caption);
+    if (!text.empty())
+        m_console.Progress(text);
 }
 
 BoxAnswer ConsoleDialogs::Show(const Box& box)

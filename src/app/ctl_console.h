@@ -16,7 +16,10 @@ class Console
 {
 public:
     Console(); // standard error and input, moving and asking as they are terminals
-    Console(std::ostream& err, bool moving, bool canAsk) : m_err(err), m_moving(moving), m_canAsk(canAsk) {}
+    Console(std::ostream& err, bool moving, bool canAsk, bool showsResults = false)
+        : m_err(err), m_moving(moving), m_canAsk(canAsk), m_showsResults(showsResults)
+    {
+    }
 
     void Progress(const std::string& text); // replaces the moving line, or prints a line
     void Line(const std::string& text);     // a line that stays
@@ -25,10 +28,13 @@ public:
     // Asks on the terminal; none without one or at its end of input. `hidden` does not show what is typed.
     std::optional<std::string> Ask(const std::string& question, bool hidden);
 
+    bool ShowsResults() const { return m_showsResults; } // standard output, too, is a terminal
+
 private:
     std::ostream& m_err;
-    bool m_moving;         // progress replaces its line
-    bool m_canAsk;         // somebody is there to answer
+    bool m_moving; // progress replaces its line
+    bool m_canAsk; // somebody is there to answer
+    bool m_showsResults;
     bool m_stands = false; // a moving line stands
     std::string m_last;
 };

@@ -31,16 +31,22 @@ bool OptionsReadable(Program& program, Console& console)
     return isReadable(program, console, "options.ini");
 }
 
-bool LoadLogger(Program& program, Console& console, int number)
+bool LoadLoggers(Program& program, Console& console)
 {
     if (!LoggersReadable(program, console))
         return false;
     program.records.LoadFoundLoggers();
-    if (!program.records.Saved()) {
-        console.Line("The file " + pathOf(program, "found.ini") + " holds more than " + std::to_string(MaxLoggers) +
-                     " loggers.");
+    if (program.records.Saved())
+        return true;
+    console.Line("The file " + pathOf(program, "found.ini") + " holds more than " + std::to_string(MaxLoggers) +
+                 " loggers.");
+    return false;
+}
+
+bool LoadLogger(Program& program, Console& console, int number)
+{
+    if (!LoadLoggers(program, console))
         return false;
-    }
     if (program.tables.Holds(number))
         return true;
     console.Line("There is no logger " + std::to_string(number) + ".");

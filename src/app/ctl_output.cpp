@@ -64,14 +64,15 @@ std::string entryName(const LoggerRecord& record, int entry)
 
 } // namespace
 
-std::string Printable(std::string_view text)
+std::string Printable(std::string_view text, std::string_view kept)
 {
     std::string printable;
     for (size_t i = 0; i < text.size(); ++i) {
         const auto c = static_cast<unsigned char>(text[i]);
         const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
         const bool pair = c == 0xC2 && next >= 0x80 && next < 0xA0; // U+0080 to U+009F
-        printable += pair || c < ' ' || c == 0x7F ? '?' : text[i];
+        const bool control = (c < ' ' || c == 0x7F) && kept.find(text[i]) == std::string_view::npos;
+        printable += pair || control ? '?' : text[i];
         i += pair ? 1 : 0;
     }
     return printable;

@@ -10,9 +10,9 @@
 namespace harvelop
 {
 
-// The text with a "?" for each control character: what a file or a command line holds may be anything, and a terminal
-// obeys such characters.
-std::string Printable(std::string_view text);
+// The text with a "?" for each control character that is not among `kept`: what a file, a command line or a logger
+// holds may be anything, and a terminal obeys such characters.
+std::string Printable(std::string_view text, std::string_view kept = {});
 
 // A table of the stored loggers, a line each under a heading; empty without any.
 std::string LoggersAsTable(const LoggerTables& tables);

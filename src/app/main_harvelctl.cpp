@@ -3,6 +3,8 @@
 #include "platform/qt/qt_data_files.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_event_pump.h"
+#include "platform/qt/qt_interrupt.h"
+#include "platform/qt/qt_line_input.h"
 #include "platform/qt/qt_serial_control.h"
 #include "platform/qt/qt_settings_store.h"
 #include "platform/qt/qt_sockets.h"
@@ -13,6 +15,8 @@
 
 #include <csignal>
 #include <iostream>
+#include <optional>
+#include <unistd.h>
 
 using namespace harvelop;
 
@@ -30,6 +34,7 @@ int main(int argc, char** argv)
         return CtlFailed;
     }
     std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow any more is told like a full disk
+    std::signal(SIGPIPE, SIG_IGN); // the link is released also when nobody reads the results any more
     PrepareEventDispatcher();
     QCoreApplication app(argc, argv);
     Console console;
@@ -41,7 +46,15 @@ int main(int argc, char** argv)
     QtDataFiles files;
     QtDesktop desktop;
     Program program({pump, serial, sockets, dialogs, files, settings, desktop});
-    const int code = RunCtlCommand(program, console, command, directory.canonicalFilePath().toStdString(), std::cout);
+    QtLineInput input(STDIN_FILENO);
+    std::optional<QtInterrupt> interrupt;
+    if (ReachesLoggers(command.verb))
+        interrupt.emplace([&program, &console] {
+            console.Line("Interrupted.");
+            InterruptCtl(program);
+        });
+    const std::string path = directory.canonicalFilePath().toStdString();
+    const int code = RunCtlCommand(program, console, command, path, std::cout, &input);
     std::cout.flush();
-    return std::cout ? code : CtlFailed;
+    return std::cout && !program.end.Ended() ? code : CtlFailed;
 }

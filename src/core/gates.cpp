@@ -47,12 +47,12 @@ std::string GatedDialogs::OpenFile(const std::string& title, const std::string& 
 
 bool GatedDataFiles::Replace(const std::string& path, const std::string& text)
 {
-    return !m_end.Ended() && m_files.Replace(path, text);
+    return !m_closed && !m_end.Ended() && m_files.Replace(path, text);
 }
 
 bool GatedDataFiles::Remove(const std::string& path)
 {
-    return !m_end.Ended() && m_files.Remove(path);
+    return !m_closed && !m_end.Ended() && m_files.Remove(path);
 }
 
 } // namespace harvelop

@@ -35,9 +35,12 @@ public:
     bool Replace(const std::string& path, const std::string& text) override;
     bool Remove(const std::string& path) override;
 
+    void ChangeNothing() { m_closed = true; } // from now on, as if the program had ended
+
 private:
     DataFiles& m_files;
     const ProgramEnd& m_end;
+    bool m_closed = false;
 };
 
 } // namespace harvelop

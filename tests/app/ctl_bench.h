@@ -12,6 +12,22 @@
 namespace harvelop::test
 {
 
+// Lines that are there at once; behind the last one comes the end, unless it stays open.
+struct FakeLines : LineInput {
+    std::optional<std::string> NextLine() override
+    {
+        if (lines.empty())
+            return std::nullopt;
+        std::string line = lines.front();
+        lines.erase(lines.begin());
+        return line;
+    }
+    bool AtEnd() const override { return lines.empty() && !staysOpen; }
+
+    std::vector<std::string> lines;
+    bool staysOpen = false;
+};
+
 struct StoredCtl : TestProgram {
     explicit StoredCtl(const std::vector<LoggerRecord>& loggers = {SerialLogger(), ModemLogger(), NetworkLogger()})
     {
@@ -25,13 +41,15 @@ struct StoredCtl : TestProgram {
     {
         out.str("");
         said.str("");
-        Console console(said, false, false);
+        Console console(said, false, false, forScreen);
         Program program({pump, serial, sockets, dialogs, files, settings, desktop});
+        if (interruptMs > 0)
+            pump.After(interruptMs, [&program] { InterruptCtl(program); });
         const auto parsed = ParseCtlArguments(words);
         const auto* command = std::get_if<CtlCommand>(&parsed);
         if (!command)
             return CtlUsageError;
-        return RunCtlCommand(program, console, *command, Directory, out);
+        return RunCtlCommand(program, console, *command, Directory, out, &input);
     }
 
     // What is said to a command that fails and leaves every file as it was.
@@ -48,6 +66,9 @@ struct StoredCtl : TestProgram {
 
     std::ostringstream out;
     std::ostringstream said;
+    FakeLines input;
+    bool forScreen = false; // standard output is a terminal
+    double interruptMs = 0; // when somebody wants the run to end, once; 0: never
 };
 
 } // namespace harvelop::test

@@ -111,6 +111,98 @@ TEST(CtlArguments, WrongWordsOfSetAndListsAreNamed)
     }
 }
 
+TEST(CtlArguments, AddTakesALoggerOfEachKind)
+{
+    const auto com = commandOf({"add",  "--model",     "KR305", "--series",    "3",  "--serial", "77",    "--password",
+                                "-x y", "--timeout",   "25",    "--com",       "16", "--baud",   "19200", "--parity",
+                                "Odd",  "--data-bits", "7",     "--stop-bits", "2",  "--flow",   "HWFC"});
+    EXPECT_EQ(com.verb, CtlCommand::Verb::Add);
+    const AddValues& v = com.logger;
+    const std::vector<std::string> held = {v.model, v.series, v.serial, v.password, v.timeout,  v.kind,
+                                           v.port,  v.baud,   v.parity, v.dataBits, v.stopBits, v.flow};
+    EXPECT_EQ(held, (std::vector<std::string>{"KR305", "Series 3", "77", "-x y", "25", "RS232", "16", "19200", "Odd",
+                                              "7", "2", "HWFC"}));
+    const AddValues modem =
+        commandOf({"add", "--modem", "2", "--phone", "0,1", "--init", "at,x", "--baud", "300", "--model", "KR40"})
+            .logger;
+    EXPECT_EQ(modem.kind, "Dialup");
+    EXPECT_EQ(modem.modemPort + " " + modem.phone + " " + modem.init + " " + modem.modemBaud, "2 0,1 at,x 300");
+    const AddValues network = commandOf({"add", "--tcp=host.example:65535", "--model", "KR40"}).logger;
+    EXPECT_EQ(network.kind, "Ethernet");
+    EXPECT_EQ(network.address + " " + network.tcpPort, "host.example 65535");
+    const AddValues first;
+    const AddValues plain = commandOf({"add", "--model", "KR20", "--com", "1"}).logger;
+    EXPECT_EQ(plain.series + plain.baud + plain.parity + plain.dataBits + plain.stopBits + plain.flow + plain.timeout,
+              first.series + first.baud + first.parity + first.dataBits + first.stopBits + first.flow + first.timeout);
+}
+
+TEST(CtlArguments, WrongWordsOfAddNameWhatIsAccepted)
+{
+    const auto with = [](std::vector<std::string> more) {
+        std::vector<std::string> words = {"add", "--model", "KR20", "--com", "1"};
+        words.insert(words.end(), more.begin(), more.end());
+        return errorOf(words);
+    };
+    EXPECT_EQ(with({"--model", "KR99"}), "--model wants one of KR20, KR21, KR23, KR200, KR205, KR215, KR300, KR305, "
+                                         "KR315, KR400, KR45, KR41, KR40");
+    EXPECT_EQ(with({"--baud", "2400"}), "--baud wants one of 300, 600, 1200, 4800, 9600, 14400, 19200, 28800, 38400, "
+                                        "56000, 57600, 115200");
+    EXPECT_EQ(with({"--parity", "N"}), "--parity wants one of None, Odd, Even");
+    EXPECT_EQ(with({"--data-bits", "5"}), "--data-bits wants one of 6, 7, 8");
+    EXPECT_EQ(with({"--stop-bits", "1.5"}), "--stop-bits wants one of 1, 2");
+    EXPECT_EQ(with({"--flow", "SWHWFC"}), "--flow wants one of NOFC, SWFC, HWFC");
+    for (const char* series : {"0", "4", "Series 1", ""})
+        EXPECT_EQ(with({"--series", series}), "--series wants one of 1, 2, 3") << series;
+    for (const char* timeout : {"", "1.5", "-1", "x"})
+        EXPECT_EQ(with({"--timeout", timeout}), "--timeout wants a number of seconds") << timeout;
+    for (const char* port : {"0", "17", "x", ""})
+        EXPECT_EQ(with({"--com", port}), "--com wants a number from 1 to 16") << port;
+    for (const char* place : {"host", "host:", ":1", "host:0", "host:65536", "host:x", "a:b:1", "a,b:1", "a b:1", ""})
+        EXPECT_EQ(errorOf({"add", "--model", "KR20", "--tcp", place}),
+                  "--tcp wants HOST:PORT, with a port from 1 to 65535")
+            << place;
+    EXPECT_EQ(with({"--serial", "a,b"}), "--serial can't hold a comma or a line end");
+    EXPECT_EQ(with({"--password", "se,cret"}), "--password can't hold a comma or a line end");
+    EXPECT_EQ(errorOf({"add", "--model", "KR20", "--modem", "1", "--phone", "1\n2"}), "--phone can't hold a line end");
+    EXPECT_EQ(with({"secret"}), "there is a word too many behind add");
+}
+
+TEST(CtlArguments, WhatOfAddDoesNotGoTogetherIsNamed)
+{
+    EXPECT_EQ(errorOf({"add", "--com", "1"}), "add wants a --model");
+    EXPECT_EQ(errorOf({"add", "--model", "KR20"}), "add wants one of --com, --modem, --tcp");
+    EXPECT_EQ(errorOf({"add", "--model", "KR20", "--com", "1", "--tcp", "a:1"}),
+              "--com, --modem and --tcp exclude each other");
+    EXPECT_EQ(errorOf({"add", "--model", "KR20", "--tcp", "a:1", "--baud", "300"}), "--baud does not go with --tcp");
+    EXPECT_EQ(errorOf({"add", "--model", "KR20", "--modem", "1", "--phone", "1", "--parity", "Odd"}),
+              "--parity does not go with --modem");
+    EXPECT_EQ(errorOf({"add", "--model", "KR20", "--com", "1", "--init", "at"}), "--init does not go with --com");
+    EXPECT_EQ(errorOf({"add", "--model", "KR20", "--modem", "1"}), "--modem wants a --phone");
+    for (const char* model : {"KR40", "KR41", "KR45", "KR400"})
+        EXPECT_EQ(errorOf({"add", "--model", model, "--com", "1", "--series", "1"}),
+                  "a " + std::string(model) + " has no --series");
+    EXPECT_EQ(errorOf({"list", "--model", "KR20"}), "--model does not go with list");
+    EXPECT_EQ(errorOf({"connect", "1", "--password", "x"}), "--password does not go with connect");
+}
+
+TEST(CtlArguments, SendTakesOneTextAndTellsNoneBack)
+{
+    EXPECT_EQ(commandOf({"send", "3", "a b"}).text, "a b");
+    EXPECT_EQ(commandOf({"send", "3", ""}).text, "");
+    EXPECT_EQ(commandOf({"send", "3", "-"}).text, "-");
+    EXPECT_EQ(commandOf({"send", "3", "--", "--secret"}).text, "--secret");
+    EXPECT_EQ(commandOf({"send", "--dir", "/x", "3", "--", "--"}).text, "--");
+    EXPECT_EQ(commandOf({"--", "terminal", "3"}).number, 3);
+    for (const std::vector<std::string>& rest : {std::vector<std::string>{}, {"se", "cret"}, {"secret\r\n"}}) {
+        std::vector<std::string> words = {"send", "3"};
+        words.insert(words.end(), rest.begin(), rest.end());
+        EXPECT_EQ(errorOf(words), "send wants one TEXT of one line");
+    }
+    EXPECT_EQ(errorOf({"send", "3", "-secret"}), "send wants a TEXT that begins with \"-\" behind \"--\"");
+    for (const char* verb : {"test", "connect", "send", "terminal"})
+        EXPECT_EQ(errorOf({verb, "0"}), std::string(verb) + " wants a logger's number, from 1 to 50");
+}
+
 TEST(CtlArguments, WrongWordsAreNamed)
 {
     EXPECT_EQ(errorOf({}), "a command is missing");

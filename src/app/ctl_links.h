@@ -1,0 +1,27 @@
+// The commands of `harvelctl` that enter a logger by hand and look whether it can be reached.
+#pragma once
+
+#include "app/ctl_arguments.h"
+#include "app/ctl_console.h"
+#include "app/program.h"
+
+#include <ostream>
+
+namespace harvelop
+{
+
+// All give the exit code; what fails is told.
+
+// Stores a logger as the add dialog's Ok does and prints its number. No port is opened.
+int AddLogger(Program& program, Console& console, const CtlCommand& command, std::ostream& out);
+
+// As the Test button of the dialog that changes a stored logger: looks for any logger there. Nothing is stored.
+int TestLogger(Program& program, Console& console, const CtlCommand& command);
+
+// Reaches the logger, sees whether it is the one that is stored, and releases it.
+int ReachLogger(Program& program, Console& console, const CtlCommand& command);
+
+// Makes the stored logger the one in work, with the options loaded. False, and told, if that can't be.
+bool TakeLogger(Program& program, Console& console, int number);
+
+} // namespace harvelop
