@@ -130,11 +130,13 @@ bool Identification::PromptLoggerPassword()
     m_use.progress.HideMessageForm();
     m_exchange.SendToLogger(Delete);
     m_exchange.WaitForResponse({"<", 1, "<", 1}, 250, false, false);
-    m_link.LastReply.clear(); // what stood between the two is no model
-    if (m_link.ResponseStatus != "PASS")
+    m_link.LastReply.clear();                                 // what stood between the two is no model
+    if (m_link.ResponseStatus != "PASS" || m_state.AbortWait) // who has cancelled is asked nothing
         return false;
 
+    m_use.progress.ClearTopmost();
     const std::string password = m_use.dialogs.AskPassword(PasswordQuestion, " Harvel");
+    m_use.progress.SetTopmost();
     m_link.ResponseText = password;
     m_use.progress.ShowMessageForm();
     if (password.empty()) {

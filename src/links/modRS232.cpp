@@ -148,9 +148,9 @@ void modRS232::tellBusy(int port)
     const std::string holder = MSComm1.Holder();
     m_use.progress.ShowProgressText(busy(374, 375));
     m_use.waiting.WaitMs(1000);
-    m_use.progress.HideMessageForm();
-    m_use.dialogs.Show({busy(700, 701) + ".     ", BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
-                        holder.empty() ? "" : "In use by " + holder + "."});
+    if (!m_state.AbortWait) // who has cancelled meanwhile is told nothing
+        showBox({busy(700, 701) + ".     ", BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
+                 holder.empty() ? "" : "In use by " + holder + "."});
     m_link.PortOpenFailed.Set(port, true);
     if (!m_state.LaunchCommand.empty()) {
         m_end.EndProgram();
@@ -167,12 +167,19 @@ void modRS232::tellNoPermission(int port)
         return;
     m_link.NoPermissionTold = true;
     const std::string device = MSComm1.DeviceName(port);
-    m_use.progress.HideMessageForm();
-    m_use.dialogs.Show({"You have no permission to open Com " + std::to_string(port) +
-                            (device.empty() ? "" : " (" + device + ")") + ".     ",
-                        BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
-                        "Add your user to the group \"dialout\", then log out and in again."});
+    showBox({"You have no permission to open Com " + std::to_string(port) +
+                 (device.empty() ? "" : " (" + device + ")") + ".     ",
+             BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
+             "Add your user to the group \"dialout\", then log out and in again."});
     m_use.progress.ShowMessageForm();
+}
+
+void modRS232::showBox(const Box& box)
+{
+    m_use.progress.HideMessageForm();
+    m_use.progress.ClearTopmost();
+    m_use.dialogs.Show(box);
+    m_use.progress.SetTopmost();
 }
 
 void modRS232::CloseLink()
@@ -223,8 +230,7 @@ void modRS232::WriteToPort(std::string_view bytes)
 void modRS232::ComPortEngineError(int number, int port)
 {
     if (const auto box = ComPortErrorBox(number, port)) {
-        m_use.progress.HideMessageForm();
-        m_use.dialogs.Show(*box);
+        showBox(*box);
         m_use.progress.ShowMessageForm();
     }
 }

@@ -72,6 +72,7 @@ private:
     void DrainComPort();
     void tellBusy(int port);
     void tellNoPermission(int port);
+    void showBox(const Box& box);
 
     Essentials m_use;
     LinkState& m_link;

@@ -112,6 +112,8 @@ bool Modem::TestDialup(int port, const std::string& number, const std::string& i
         tellNoModem(call);
     else if (outcome == Outcome::NoConnect)
         tellNoTestConnect(call);
+    else if (outcome == Outcome::GivenUp)
+        m_state.AbortWait = false;
     if (outcome != Outcome::Connected)
         return false;
     if (const LoggerRecord* record = m_tables.Record(m_state.CurrentLogger))
@@ -125,13 +127,13 @@ Modem::Outcome Modem::dial(const Call& call)
     const LanguageTables& language = m_use.language;
     const std::string port = std::to_string(call.port);
     tell(call, language.Text(314) + " " + port + " ...");
-    if (!pause(ReadingMs))
+    if (!pause(call, ReadingMs))
         return Outcome::GivenUp;
     setLine();
     m_rs232.OpenComPort(call.port);
     if (m_link.PortOpenFailed.Get(call.port))
         return Outcome::PortFailed;
-    const bool found = findModem();
+    const bool found = findModem(call);
     if (isGivenUp(call))
         return Outcome::GivenUp;
     if (!found)
@@ -139,14 +141,14 @@ Modem::Outcome Modem::dial(const Call& call)
 
     m_link.LinkConnected = true;
     tell(call, language.Text(315) + " " + port);
-    if (!pause(ReadingMs))
+    if (!pause(call, ReadingMs))
         return Outcome::GivenUp;
     tell(call, language.Text(317) + " " + call.number + " ...");
     const KeptTimeout kept(m_link.DefaultTimeout);
     if (const auto seconds = ToDouble(m_options.ModemTimeout))
         m_link.DefaultTimeout = *seconds * 1000;
     m_exchange.SendToLogger(call.init);
-    if (!pause(2000))
+    if (!pause(call, 2000))
         return Outcome::GivenUp;
     m_exchange.SendAndWait("atdt" + call.number, ConnectAnswer);
     if (isGivenUp(call))
@@ -161,17 +163,17 @@ Modem::Outcome Modem::dial(const Call& call)
     else
         tell(call, language.Text(319) + " " + call.number + " " + language.Text(320) + " " + speed + " " +
                        language.Text(321));
-    return pause(call.forTest ? 2000 : ReadingMs) ? Outcome::Connected : Outcome::GivenUp;
+    return pause(call, call.forTest ? 2000 : ReadingMs) ? Outcome::Connected : Outcome::GivenUp;
 }
 
-bool Modem::findModem()
+bool Modem::findModem(const Call& call)
 {
     m_link.ResponseStatus = "FAIL"; // until the modem has been asked
     m_rs232.WriteToPort("+++");
-    if (!pause(ModemMs))
+    if (!pause(call, ModemMs))
         return false;
     m_exchange.SendToLogger("ath0");
-    if (!pause(ModemMs))
+    if (!pause(call, ModemMs))
         return false;
     m_exchange.SendAndWait("ate0v1", OkAnswer);
     return m_link.ResponseStatus == "PASS";
@@ -199,10 +201,10 @@ void Modem::awaitRestOfLine()
 }
 
 // Waits, and says whether the work may go on.
-bool Modem::pause(double ms)
+bool Modem::pause(const Call& call, double ms)
 {
     m_use.waiting.WaitMs(ms);
-    return !giveUp();
+    return !isGivenUp(call);
 }
 
 bool Modem::isGivenUp(const Call& call)
@@ -211,16 +213,16 @@ bool Modem::isGivenUp(const Call& call)
         return true;
     if (!call.forTest || !m_state.AbortWait)
         return false;
-    m_state.AbortWait = false;
     m_link.LinkConnected = false;
     return true;
 }
 
-// With the options panel closed, or the program ended, nobody waits for the call: what a modem answered must not pass
-// for a logger that was reached.
+// With the options panel or the terminal closed, or the program ended, nobody waits for the call: what a modem answered
+// must not pass for a logger that was reached.
 bool Modem::giveUp()
 {
-    if (!m_state.StopLinkWork && !m_end.Ended())
+    const bool terminalClosed = m_state.QuietConnect && !m_state.TerminalOpen;
+    if (!m_state.StopLinkWork && !terminalClosed && !m_end.Ended())
         return false;
     m_link.LinkConnected = false;
     return true;
@@ -231,7 +233,7 @@ void Modem::tellNoModem(const Call& call)
     const std::string port = " " + std::to_string(call.port);
     m_link.LinkConnected = false;
     tell(call, m_use.language.Text(316) + port);
-    if (!pause(ReadingMs))
+    if (!pause(call, ReadingMs))
         return;
     m_use.progress.HideMessageForm();
     if (m_options.ShowMessages)
@@ -244,12 +246,10 @@ void Modem::tellNoConnect(const Call& call)
 {
     m_link.LinkConnected = false;
     tell(call, m_use.language.Text(318) + " " + call.number);
-    if (!pause(ReadingMs))
+    if (!pause(call, ReadingMs))
         return;
-    if (m_options.ShowMessages) {
-        m_use.progress.HideMessageForm();
+    if (m_options.ShowMessages)
         tellBox(either(318, "Could not dial") + " " + call.number + ".     ", BoxIcon::Critical, BoxTitle);
-    }
     if (m_state.RunMode == "IconProgram")
         return m_end.EndProgram();
     tell(call, m_use.language.Text(324) + " " + std::to_string(call.port) + " @ " + m_rs232.MSComm1.Settings());
@@ -261,7 +261,7 @@ void Modem::tellNoTestConnect(const Call& call)
     m_rs232.CloseLink();
     m_link.LinkConnected = false;
     tell(call, "Could Not Connect to " + call.number);
-    if (pause(ReadingMs) && m_options.ShowMessages)
+    if (pause(call, ReadingMs) && m_options.ShowMessages)
         tellBox("Could not Connect to " + call.number + ".     ", BoxIcon::Critical, BoxTitle);
 }
 
@@ -293,11 +293,19 @@ void Modem::tellReset(int port, const std::string& init)
 {
     const LanguageTables& language = m_use.language;
     const std::string onPort = " " + std::to_string(port);
+    // With the dialog gone nobody waits for it.
+    const auto cancelled = [this] { return m_state.AbortWait || m_state.StopLinkWork || m_end.Ended(); };
+    const auto cancelledIn = [&](double ms) {
+        m_use.waiting.WaitMs(ms);
+        return cancelled();
+    };
     m_rs232.WriteToPort("+++");
     // Meant: nothing is sent between these two, though a line would fit.
-    m_use.waiting.WaitMs(ModemMs);
-    m_use.waiting.WaitMs(ModemMs);
+    if (cancelledIn(ModemMs) || cancelledIn(ModemMs))
+        return;
     m_exchange.SendAndWait("at", OkAnswer);
+    if (cancelled())
+        return;
     if (m_link.ResponseStatus == "FAIL") {
         tellCaption(" " + either(316, "No Modem Found on Com") + onPort);
         tellBox(either(316, "Could Not Find a Modem on Com Port") + onPort + ".     ", BoxIcon::Critical,
@@ -305,12 +313,15 @@ void Modem::tellReset(int port, const std::string& init)
         return;
     }
     tellCaption(" " + language.Text(315) + onPort);
-    m_use.waiting.WaitMs(ReadingMs);
+    if (cancelledIn(ReadingMs))
+        return;
     m_link.LinkConnected = true;
     m_exchange.SendToLogger(init);
-    m_use.waiting.WaitMs(ReadingMs);
+    if (cancelledIn(ReadingMs))
+        return;
     tellCaption(" " + language.Text(520));
-    m_use.waiting.WaitMs(ReadingMs);
+    if (cancelledIn(ReadingMs))
+        return;
     tellBox(language.Text(521), BoxIcon::Information, " " + language.Text(503));
 }
 
@@ -331,6 +342,7 @@ void Modem::tellCaption(const std::string& text)
 
 void Modem::tellBox(const std::string& text, BoxIcon icon, const std::string& title)
 {
+    m_use.progress.HideMessageForm();
     m_use.progress.ClearTopmost();
     m_use.dialogs.Show({text, title, icon});
     m_use.progress.SetTopmost();

@@ -51,10 +51,10 @@ private:
     };
 
     Outcome dial(const Call& call);
-    bool findModem();
+    bool findModem(const Call& call);
     void setLine();
     void awaitRestOfLine();
-    bool pause(double ms);
+    bool pause(const Call& call, double ms);
     bool isGivenUp(const Call& call);
     bool giveUp();
 

@@ -77,9 +77,7 @@ bool openPort(const AddServices& services, const AddValues& values)
     const auto port = ToInt16(values.port);
     if (!port)
         return false;
-    services.use.progress.ClearTopmost(); // a busy port is told in a box
     services.rs232.OpenComPort(*port);
-    services.use.progress.SetTopmost();
     return !services.link.PortOpenFailed.Get(*port) && !Holds(services.link.BusyPorts, std::to_string(*port));
 }
 

@@ -69,6 +69,18 @@ TEST_P(GivenUp, ClosedOptionsPanelEndsACallQuietly)
     EXPECT_EQ(confirmedMs, -1);
 }
 
+TEST_P(GivenUp, ClosedTerminalEndsItsCallQuietly)
+{
+    state.QuietConnect = state.TerminalOpen = true;
+    After(GetParam(), [this] { state.TerminalOpen = false; });
+    modem.ConnectDialup(3);
+    EXPECT_GT(happenedMs, 0);
+    EXPECT_FALSE(SentAfterwards());
+    EXPECT_THAT(shownDialogs.shown, IsEmpty());
+    EXPECT_FALSE(link.LinkConnected);
+    EXPECT_EQ(confirmedMs, -1);
+}
+
 TEST_P(GivenUp, TestEndsWithTheProgram)
 {
     After(GetParam(), [this] { end.EndProgram(); });
@@ -88,6 +100,7 @@ TEST_P(GivenUp, CancelledTestEndsQuietly)
     });
     EXPECT_FALSE(modem.TestDialup(3, "5551234", "at"));
     EXPECT_GT(happenedMs, 0);
+    EXPECT_FALSE(SentAfterwards());
     EXPECT_THAT(shownDialogs.shown, IsEmpty());
     EXPECT_EQ(link.DefaultTimeout, 5000);
 }
@@ -147,15 +160,15 @@ TEST_P(ResetGivenUp, NothingIsSentOrToldAfterTheProgramsEnd)
     EXPECT_EQ(link.DefaultTimeout, 5000);
 }
 
-TEST_P(ResetGivenUp, DialogMayBeGone)
+TEST_P(ResetGivenUp, CancelledResetEndsQuietlyWithTheDialogGone)
 {
     pump.After(GetParam(), [this] {
         state.AbortWait = true;
         forms.add = nullptr;
         state.AddDialogOpen = false;
     });
-    shownDialogs.Expect(BoxAnswer::Ok);
     modem.ResetModem(3, "atz");
+    EXPECT_THAT(shownDialogs.shown, IsEmpty());
     EXPECT_FALSE(serial.PortOpen());
     EXPECT_FALSE(state.TestRunning);
     EXPECT_FALSE(state.AbortWait);
