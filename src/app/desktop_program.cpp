@@ -42,8 +42,8 @@ frmOptions& DesktopProgram::loadedOptions()
 {
     if (!m_options) {
         m_options = std::make_unique<frmOptions>(OptionsServices{
-            heart.essentials(), heart.options, heart.state, heart.store, heart.tables, heart.panels, heart.link,
-            heart.rs232, heart.portSearch, heart.viewing, heart.controls, heart.forms, heart.desktop, heart.end,
+            heart.essentials(), heart.options, heart.state, heart.store, heart.tables, heart.panels, heart.rs232,
+            heart.portSearch, heart.viewing, heart.controls, heart.forms, heart.desktop, heart.end,
             heart.actions.ShowAddDialog, [this] { showTerminal(); }, heart.actions.ConnectLogger});
         m_options->Load();
     }

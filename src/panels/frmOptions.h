@@ -7,7 +7,6 @@
 #include "core/program_end.h"
 #include "identify/logger_viewing.h"
 #include "identify/port_search.h"
-#include "links/link_state.h"
 #include "links/modRS232.h"
 #include "panels/options_rules.h"
 #include "platform/desktop.h"
@@ -45,7 +44,6 @@ struct OptionsServices {
     OptionsStore& store;
     LoggerTables& tables;
     LoggerPanels& panels;
-    LinkState& link;
     modRS232& rs232;
     PortSearch& portSearch;
     LoggerViewing& viewing;

@@ -81,7 +81,7 @@ void frmOptions::cmdTerminal_Click()
     state.CurrentLogger = static_cast<std::int16_t>(state.cbxUnload_TallyCores.Selected() + 1);
     m_use.ConnectLogger(state.CurrentLogger);
     state.QuietConnect = false;
-    if (!m_use.link.LinkConnected && !state.TerminalOpen)
+    if (!state.TerminalOpen) // also if it was closed when the logger had just been reached
         m_ui->cmdTerminal->setEnabled(true);
 }
 

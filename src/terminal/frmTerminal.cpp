@@ -57,7 +57,8 @@ void frmTerminal::Load()
         return;
     }
     m_stage = Stage::Loading;
-    m_linked = m_borderMoved = false;
+    m_linked = m_use.state.TerminalStarting; // a link that does not come about counts as lost
+    m_borderMoved = false;
     m_use.forms.terminal = this;
     ClearReceived();
     m_transmit->Clear();

@@ -80,8 +80,8 @@ protected:
 
     OptionsServices Services()
     {
-        return {p.essentials(), p.options,    p.state,   p.store,    p.tables, p.panels,  p.link,
-                p.rs232,        p.portSearch, p.viewing, p.controls, p.forms,  p.desktop, p.end};
+        return {p.essentials(), p.options, p.state,    p.store, p.tables,  p.panels, p.rs232,
+                p.portSearch,   p.viewing, p.controls, p.forms, p.desktop, p.end};
     }
 
     // Puts loggers into the tables, as a start does.

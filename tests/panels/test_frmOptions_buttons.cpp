@@ -74,6 +74,20 @@ TEST_F(OptionsButtons, AddWithFiftyLoggersIsRefused)
     EXPECT_TRUE(Enabled("cmdApply")); // comes back enabled with the others
 }
 
+TEST_F(OptionsButtons, TheRefusalOfAFiftyFirstLoggerSpeaksTheUsersLanguage)
+{
+    Speak("503:1:9:T503\r\n554:1:9:T554\r\n");
+    Store(50);
+    Load(Services());
+    p.viewing.RebuildList();
+    Show();
+    t.dialogs.Expect(BoxAnswer::Ok);
+    Click("cmdUnload_Add");
+    ASSERT_EQ(t.dialogs.shown.size(), 1u);
+    EXPECT_EQ(t.dialogs.shown[0].text, "T554");
+    EXPECT_EQ(t.dialogs.shown[0].title, " T503");
+}
+
 TEST_F(OptionsButtons, AddCountsTheLinesOfTheListNotTheRecords)
 {
     int dialogs = 0;

@@ -2,6 +2,7 @@
 #include "panels/frmSupport.h"
 #include "settings/sample_loggers.h"
 #include "simulator/simulated_logger.h"
+#include "simulator/simulated_modem.h"
 #include "support/test_program.h"
 #include "terminal/frmReceivePane.h"
 
@@ -68,6 +69,119 @@ TEST_F(TerminalOfTheProgram, TheButtonOpensItOnTheChosenLoggerAndOnlyOnce)
     terminal->close();
     EXPECT_TRUE(button->isEnabled());
     EXPECT_FALSE(p.end.Ended());
+}
+
+TEST_F(TerminalOfTheProgram, ClosedInAnyWaitOfConnectingItReleasesThePortAndGivesTheButtonBack)
+{
+    for (LoggerRecord logger : {SerialLogger(), ModemLogger(), NetworkLogger()}) {
+        SCOPED_TRACE(logger.LoggerModel);
+        bool happened = true;
+        for (int number = 1; happened; ++number) {
+            SCOPED_TRACE(number);
+            TestProgram s;
+            s.Installed();
+            logger.LoggerDescription = "";
+            s.files.files[TestProgram::OptionsIni] =
+                "AvailablePorts=3\r\nFindPorts=0\r\nShowMessages=1\r\nModemTimeout=5\r\n";
+            s.files.files[TestProgram::FoundIni] = "1tallyCoreSettings=" + RecordText(logger) + "\r\n";
+            LoggerConfig config;
+            config.model = logger.LoggerModel.substr(0, logger.LoggerModel.find(' '));
+            const auto device = std::make_shared<SimulatedLogger>(config);
+            s.serial.Plug(1, device, "");
+            s.serial.Plug(3, std::make_shared<SimulatedModem>(ModemConfig(), PhoneBook{{logger.LoggerBaud, device}}),
+                          "");
+            s.sockets.Plug(logger.LoggerHost, 3000, device);
+            DesktopProgram started({s.pump, s.serial, s.sockets, s.dialogs, s.files, s.settings, s.desktop});
+            started.Start("");
+            happened = false;
+            int waits = 0;
+            s.pump.whenWaiting = [&](double) {
+                if (started.heart.state.QuietConnect && ++waits == number) {
+                    happened = true;
+                    started.heart.forms.terminal->Close();
+                }
+            };
+            auto* button = Window<frmOptions>()->findChild<QPushButton*>("cmdTerminal");
+            button->click();
+            s.pump.whenWaiting = nullptr;
+            s.pump.ServePending();
+            EXPECT_EQ(started.heart.state.TerminalOpen, !happened);
+            EXPECT_EQ(button->isEnabled(), happened);
+            EXPECT_FALSE(started.heart.state.QuietConnect || started.heart.state.TerminalStarting);
+            if (happened) {
+                EXPECT_FALSE(s.serial.PortOpen() || started.heart.link.EthernetConnected);
+                EXPECT_EQ(started.heart.link.LinkMode, "None");
+                EXPECT_FALSE(Window<frmTerminal>()->isVisible());
+            } else {
+                EXPECT_TRUE(started.heart.link.LinkConnected);
+                EXPECT_GT(number, 5);
+            }
+            EXPECT_TRUE(s.dialogs.shown.empty());
+        }
+    }
+}
+
+TEST_F(TerminalOfTheProgram, WithoutAPortTheCaptionSaysSo)
+{
+    t.serial.ports.clear();
+    t.dialogs.Expect(BoxAnswer::Ok); // the logger was not found
+    program.Start("");
+    Window<frmOptions>()->findChild<QPushButton*>("cmdTerminal")->click();
+    EXPECT_TRUE(p.state.TerminalOpen);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Window<frmTerminal>()->windowTitle() == " Not Connected"; }));
+}
+
+TEST_F(TerminalOfTheProgram, ASecondClickWhileItComesUpOpensNoSecondOne)
+{
+    program.Start("");
+    auto* button = Window<frmOptions>()->findChild<QPushButton*>("cmdTerminal");
+    bool clicked = false;
+    t.pump.whenWaiting = [&](double) {
+        if (!std::exchange(clicked, true))
+            button->click();
+    };
+    button->click();
+    t.pump.whenWaiting = nullptr;
+    EXPECT_TRUE(clicked);
+    EXPECT_TRUE(p.state.TerminalOpen);
+    EXPECT_TRUE(p.link.LinkConnected);
+    EXPECT_FALSE(button->isEnabled());
+    int terminals = 0;
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        terminals += dynamic_cast<const frmTerminal*>(window) ? 1 : 0;
+    EXPECT_EQ(terminals, 1);
+}
+
+TEST_F(TerminalOfTheProgram, ClosedInAnyWaitOfASendingStartItEndsTheProgramAndNoByteLeavesAfterwards)
+{
+    bool happened = true;
+    for (int number = 1; happened; ++number) {
+        SCOPED_TRACE(number);
+        TestProgram s;
+        s.Installed();
+        s.files.files = t.files.files;
+        s.serial.Plug(3, t.serial.ports.at(3).device, "");
+        DesktopProgram started({s.pump, s.serial, s.sockets, s.dialogs, s.files, s.settings, s.desktop});
+        s.dialogs.whileShown = [&] { s.dialogs.Expect(BoxAnswer::Ok); };
+        happened = false;
+        int waits = 0;
+        std::string sent;
+        s.pump.whenWaiting = [&](double) {
+            if (started.heart.forms.terminal && ++waits == number) {
+                happened = true;
+                started.heart.forms.terminal->Close();
+                sent = s.serial.Sent();
+            }
+        };
+        started.Start("::2 %CALARMS%");
+        s.pump.whenWaiting = nullptr;
+        s.pump.ServePending();
+        EXPECT_EQ(started.heart.end.Ended(), happened);
+        if (happened) {
+            EXPECT_EQ(s.serial.Sent(), sent);
+            EXPECT_FALSE(s.serial.PortOpen());
+        }
+    }
 }
 
 TEST_F(TerminalOfTheProgram, AStartWithTextBetweenPercentSignsSendsItAndStays)
