@@ -17,6 +17,8 @@ namespace
 constexpr const char* Dialup = "Dialup";
 constexpr const char* Ethernet = "Ethernet";
 
+constexpr int TimeoutFigures = 6;
+
 constexpr const char* Busy = "A test is running. Cancel ends it.";
 constexpr const char* ModelStays = "The model of a stored tallyCore can't be changed.";
 
@@ -48,42 +50,15 @@ constexpr const char* NumberedControls[] = {"lblModel",
                                             "cmdCancel",
                                             "cmdOk"};
 
-// What can't be used while a test or a reset runs. The models come back for a new logger only.
-constexpr const char* LockedControls[] = {
-    "cmdTest",        "cmdOk",        "optRS232",       "optDialup",     "optEthernet",  "cbxBaud", "cbxDataBits",
-    "cbxFlowControl", "cbxParity",    "cbxPort",        "cbxStopBits",   "txtSerial",    "txtIP",   "txtTCPPort",
-    "cbxModemPort",   "cbxModemBaud", "txtPhoneNumber", "txtInitString", "cmdResetModem"};
+// What can't be used while a test or a reset runs: all but Cancel. The models come back for a new logger only.
+constexpr const char* LockedControls[] = {"cmdTest",       "cmdOk",          "optRS232",
+                                          "optDialup",     "optEthernet",    "cbxBaud",
+                                          "cbxDataBits",   "cbxFlowControl", "cbxParity",
+                                          "cbxPort",       "cbxStopBits",    "txtSerial",
+                                          "txtPassword",   "txtIP",          "txtTCPPort",
+                                          "cbxModemPort",  "cbxModemBaud",   "txtPhoneNumber",
+                                          "txtInitString", "cmdResetModem",  "txtConnectionTimeout"};
 constexpr const char* ModelControls[] = {"cbxModel", "cbxSeries"};
-
-template <typename Entries> void fill(QComboBox& list, const Entries& entries)
-{
-    for (const auto& entry : entries)
-        list.addItem(ToQString(entry));
-    list.setCurrentIndex(list.count() > 0 ? 0 : -1);
-}
-
-enum class IfMissing { Add, Leave };
-
-// Selects an entry. A stored value that the list lacks is added, so that Ok changes nothing the user didn't.
-void choose(QComboBox& list, const std::string& stored, IfMissing ifMissing = IfMissing::Add)
-{
-    const QString text = ToQString(stored);
-    if (list.findText(text) < 0 && (text.isEmpty() || ifMissing == IfMissing::Leave))
-        return;
-    if (list.findText(text) < 0)
-        list.insertItem(0, text);
-    list.setCurrentIndex(list.findText(text));
-}
-
-std::string chosen(const QComboBox& list)
-{
-    return ToText(list.currentText());
-}
-
-std::string typed(const QLineEdit& field)
-{
-    return ToText(field.text());
-}
 
 } // namespace
 
@@ -103,7 +78,7 @@ frmAddTallyCore::frmAddTallyCore(const AddServices& services, QWidget* owner)
     if (m_changing) {
         m_use.state.AddRebuildPending = false; // left by an adding that was cancelled
         SetCaption(" Change Settings");
-        showValues(ValuesOf(record ? *record : LoggerRecord(), values()));
+        showStored(ValuesOf(record ? *record : LoggerRecord(), values()));
     }
     if (record)
         ShowStored(*m_ui->txtConnectionTimeout, record->LoggerTimeout);
@@ -118,24 +93,6 @@ frmAddTallyCore::~frmAddTallyCore()
     Unload();
 }
 
-void frmAddTallyCore::fillLists()
-{
-    fill(*m_ui->cbxModel, AddModels);
-    fill(*m_ui->cbxSeries, AddSeries);
-    for (QComboBox* ports : {m_ui->cbxPort, m_ui->cbxModemPort})
-        fill(*ports, AddPorts(m_use.options.AvailablePorts));
-    for (QComboBox* bauds : {m_ui->cbxBaud, m_ui->cbxModemBaud})
-        fill(*bauds, AddBauds);
-    fill(*m_ui->cbxParity, AddParities);
-    fill(*m_ui->cbxDataBits, AddDataBits);
-    fill(*m_ui->cbxStopBits, AddStopBits);
-    fill(*m_ui->cbxFlowControl, AddFlows);
-    const AddValues first;
-    choose(*m_ui->cbxBaud, first.baud);
-    choose(*m_ui->cbxModemBaud, first.modemBaud);
-    choose(*m_ui->cbxDataBits, first.dataBits);
-}
-
 void frmAddTallyCore::connectControls()
 {
     connect(m_ui->optRS232, &QRadioButton::clicked, this, [this] { opt_Click("RS232"); });
@@ -147,6 +104,7 @@ void frmAddTallyCore::connectControls()
     connect(m_ui->cmdOk, &QPushButton::clicked, this, &frmAddTallyCore::cmdOk_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmAddTallyCore::cmdCancel_Click);
     QLineEdit& timeout = *m_ui->txtConnectionTimeout;
+    SetWidthInCharacters(timeout, TimeoutFigures);
     connect(&timeout, &QLineEdit::textEdited, this, [&timeout] { TakeBackTyped(timeout, TimeoutChars); });
 }
 
@@ -159,55 +117,16 @@ void frmAddTallyCore::applyLanguage()
     }
 }
 
-void frmAddTallyCore::showValues(const AddValues& values)
+void frmAddTallyCore::showStored(const AddValues& values)
 {
-    for (const auto& [list, text] :
-         {std::pair{m_ui->cbxModel, &values.model}, std::pair{m_ui->cbxSeries, &values.series}}) {
-        list->insertItem(0, ToQString(*text));
-        list->setCurrentIndex(0);
+    showValues(values);
+    for (QComboBox* list : {m_ui->cbxModel, m_ui->cbxSeries})
         EnableWithReason(*list, false, ModelStays);
-    }
     for (const auto& [button, kind] : {std::pair{m_ui->optDialup, Dialup}, std::pair{m_ui->optEthernet, Ethernet}})
         if (values.kind == kind) {
             button->setChecked(true);
             opt_Click(kind);
         }
-    for (const auto& [field, text] :
-         {std::pair{m_ui->txtSerial, &values.serial}, std::pair{m_ui->txtPassword, &values.password},
-          std::pair{m_ui->txtPhoneNumber, &values.phone}, std::pair{m_ui->txtInitString, &values.init},
-          std::pair{m_ui->txtIP, &values.address}, std::pair{m_ui->txtTCPPort, &values.tcpPort}})
-        ShowStored(*field, *text);
-    for (const auto& [list, text] :
-         {std::pair{m_ui->cbxPort, &values.port}, std::pair{m_ui->cbxBaud, &values.baud},
-          std::pair{m_ui->cbxParity, &values.parity}, std::pair{m_ui->cbxDataBits, &values.dataBits},
-          std::pair{m_ui->cbxStopBits, &values.stopBits}, std::pair{m_ui->cbxFlowControl, &values.flow},
-          std::pair{m_ui->cbxModemPort, &values.modemPort}})
-        choose(*list, *text);
-    choose(*m_ui->cbxModemBaud, values.modemBaud, IfMissing::Leave); // what adding has stored there is no speed
-}
-
-AddValues frmAddTallyCore::values() const
-{
-    AddValues values;
-    values.model = chosen(*m_ui->cbxModel);
-    values.series = chosen(*m_ui->cbxSeries);
-    values.serial = typed(*m_ui->txtSerial);
-    values.password = typed(*m_ui->txtPassword);
-    values.kind = m_kind;
-    values.port = chosen(*m_ui->cbxPort);
-    values.baud = chosen(*m_ui->cbxBaud);
-    values.parity = chosen(*m_ui->cbxParity);
-    values.dataBits = chosen(*m_ui->cbxDataBits);
-    values.stopBits = chosen(*m_ui->cbxStopBits);
-    values.flow = chosen(*m_ui->cbxFlowControl);
-    values.modemPort = chosen(*m_ui->cbxModemPort);
-    values.phone = typed(*m_ui->txtPhoneNumber);
-    values.modemBaud = chosen(*m_ui->cbxModemBaud);
-    values.init = typed(*m_ui->txtInitString);
-    values.address = typed(*m_ui->txtIP);
-    values.tcpPort = typed(*m_ui->txtTCPPort);
-    values.timeout = typed(*m_ui->txtConnectionTimeout);
-    return values;
 }
 
 void frmAddTallyCore::opt_Click(const char* kind)
@@ -216,9 +135,12 @@ void frmAddTallyCore::opt_Click(const char* kind)
     m_use.link.ConnectionKind = kind;
     const bool modem = kind == std::string_view(Dialup);
     const bool network = kind == std::string_view(Ethernet);
-    m_ui->fraComPort->setVisible(!modem && !network);
-    m_ui->fraDialup->setVisible(modem);
-    m_ui->fraEthernet->setVisible(network);
+    QWidget* const shown = network ? m_ui->fraEthernet : modem ? m_ui->fraDialup : m_ui->fraComPort;
+    // Two at a time would need a larger window; the one that stands already keeps the focus in it.
+    for (QWidget* frame : {m_ui->fraComPort, m_ui->fraDialup, m_ui->fraEthernet})
+        if (frame != shown)
+            frame->hide();
+    shown->show();
     m_ui->txtPassword->setVisible(!network);
     m_ui->lblPassword->setVisible(!network);
     m_ui->cmdResetModem->setVisible(modem);
@@ -226,7 +148,7 @@ void frmAddTallyCore::opt_Click(const char* kind)
 
 void frmAddTallyCore::cbxModel_Click()
 {
-    m_ui->cbxSeries->setVisible(!IsKR4(chosen(*m_ui->cbxModel)));
+    m_ui->cbxSeries->setVisible(!IsKR4(ToText(m_ui->cbxModel->currentText())));
 }
 
 void frmAddTallyCore::cmdTest_Click()
@@ -244,7 +166,7 @@ void frmAddTallyCore::runLocked(void (*work)(AddServices, const AddValues&))
     const QPointer<frmAddTallyCore> self(this);
     const QPointer<QWidget> focused = focusWidget();
     setControlsEnabled(false);
-    m_ui->cmdCancel->setFocus();
+    setFocus(); // not to Cancel: a key held down on the button that was pressed would press it at once
     work(m_use, values());
     if (!self || m_unloaded)
         return;
@@ -295,6 +217,7 @@ void frmAddTallyCore::reject()
 void frmAddTallyCore::showEvent(QShowEvent* event)
 {
     QDialog::showEvent(event);
+    SetTopmost(true);
     m_ui->cmdOk->setFocus();
 }
 

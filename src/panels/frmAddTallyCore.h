@@ -7,8 +7,6 @@
 
 #include <memory>
 
-class QComboBox;
-
 namespace Ui
 {
 class frmAddTallyCore;
@@ -42,6 +40,7 @@ private:
     void fillLists();
     void connectControls();
     void applyLanguage();
+    void showStored(const AddValues& values); // with the kind of its link; its model is locked
     void showValues(const AddValues& values);
     AddValues values() const;
     void opt_Click(const char* kind);

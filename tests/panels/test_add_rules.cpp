@@ -184,6 +184,15 @@ TEST(AddRules, TheCaptionNamesHowTheLoggerIsReached)
     EXPECT_EQ(caption("RS232"), " KR40 tallyCore on Com 3 @ 4800,Odd,8,1,HWFC");
     EXPECT_EQ(caption("Dialup"), " KR40 tallyCore via Modem on Com 1");
     EXPECT_EQ(caption("Ethernet"), " KR40 tallyCore at 10.0.0.5:3000");
+
+    t.heart.state.AppPath = "/app/";
+    t.heart.options.Language = "Plain";
+    t.files.files["/app/Plain.txt"] = "805:1:0:T805\r\n806:1:0:T806\r\n807:1:0:T807\r\n";
+    t.heart.language.LangActive = true;
+    t.heart.language.LoadLanguageFile();
+    EXPECT_EQ(caption("RS232"), " KR40 T805 3 @ 4800,Odd,8,1,HWFC");
+    EXPECT_EQ(caption("Dialup"), " KR40 T806 1");
+    EXPECT_EQ(caption("Ethernet"), " KR40 T807 10.0.0.5:3000");
 }
 
 struct Outcome {

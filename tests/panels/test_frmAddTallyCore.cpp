@@ -1,7 +1,10 @@
 // What the dialog shows, in both uses, and how its controls follow each other.
 #include "add_fixture.h"
 
+#include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
+#include <QWindow>
 
 namespace harvelop::test
 {
@@ -55,6 +58,63 @@ TEST(FrmAddTallyCore, WithUnknownPortsTheListsHoldTheEntry0)
     b.Add();
     EXPECT_EQ(b.Entries("cbxPort"), Texts{"0"});
     EXPECT_EQ(b.Entries("cbxModemPort"), Texts{"0"});
+}
+
+TEST(FrmAddTallyCore, WithoutAnyPortTestAndResetDoNothingAndOkStoresNone)
+{
+    AddBench b;
+    b.heart.options.AvailablePorts = "";
+    b.Add();
+    EXPECT_EQ(b.Entries("cbxPort"), Texts{});
+    EXPECT_EQ(b.Entries("cbxModemPort"), Texts{});
+    for (const char* option : {"optRS232", "optDialup"}) {
+        b.Click(option);
+        b.Click("cmdTest");
+        b.Click("cmdResetModem");
+        EXPECT_EQ(b.Caption(), " Add a tallyCore");
+        EXPECT_TRUE(b.The("cmdTest").isEnabled());
+        EXPECT_FALSE(b.heart.state.TestRunning);
+    }
+    EXPECT_TRUE(b.dialogs.shown.empty());
+    b.Click("cmdOk");
+    EXPECT_EQ(b.Record(1).LoggerPort, "");
+}
+
+TEST(FrmAddTallyCore, ThePortWithTheNumber0CantBeOpenedAndNothingIsTold)
+{
+    AddBench b;
+    b.heart.options.AvailablePorts = "0";
+    b.Add();
+    b.Click("cmdTest");
+    EXPECT_TRUE(b.dialogs.shown.empty());
+    EXPECT_EQ(b.serial.Sent(), "");
+    EXPECT_EQ(b.Caption(), " Add a tallyCore");
+    b.Click("cmdOk");
+    EXPECT_EQ(b.Record(1).LoggerPort, "0");
+}
+
+TEST(FrmAddTallyCore, ItStaysBeforeAllWindowsButForABox)
+{
+    AddBench b;
+    b.Add();
+    const auto topmost = [&] { return b.form->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint); };
+    EXPECT_TRUE(topmost());
+    b.heart.progress.ClearTopmost();
+    EXPECT_FALSE(topmost());
+    b.heart.progress.SetTopmost();
+    EXPECT_TRUE(topmost());
+    EXPECT_TRUE(b.form->isVisible());
+}
+
+TEST(FrmAddTallyCore, AddingShowsTheTimeoutOfTheLoggerInWork)
+{
+    AddBench b;
+    b.Store({SerialLogger(), ModemLogger()});
+    b.heart.state.CurrentLogger = 2;
+    b.Add();
+    EXPECT_EQ(b.Text("txtConnectionTimeout"), "20");
+    EXPECT_EQ(b.Text("txtSerial"), "");
+    EXPECT_EQ(b.Caption(), " Add a tallyCore");
 }
 
 TEST(FrmAddTallyCore, EachKindOfLinkHasItsFrame)
@@ -157,6 +217,77 @@ TEST(FrmAddTallyCore, TheTimeoutTakesDigitsOnly)
     EXPECT_EQ(b.Text("txtConnectionTimeout"), "15");
 }
 
+TEST(FrmAddTallyCore, OfAPastedTimeoutTheLastCharacterIsTakenBackAndOkKeepsItsDigits)
+{
+    AddBench b;
+    b.Add();
+    auto& field = b.The<QLineEdit>("txtConnectionTimeout");
+    const auto paste = [&](const char* text) {
+        field.clear();
+        QApplication::clipboard()->setText(text);
+        field.paste();
+    };
+    paste("12ab");
+    EXPECT_EQ(b.Text("txtConnectionTimeout"), "12");
+    paste("ab");
+    EXPECT_EQ(b.Text("txtConnectionTimeout"), "");
+    paste("1a,2");
+    EXPECT_EQ(b.Text("txtConnectionTimeout"), "1a,2");
+    b.Click("cmdOk");
+    EXPECT_EQ(b.Record(1).LoggerTimeout, "12");
+}
+
+TEST(FrmAddTallyCore, ACharacterTypedAtTheStartOfTheTimeoutIsTakenBackToo)
+{
+    AddBench b;
+    b.Add();
+    b.Fill("txtConnectionTimeout", "30");
+    b.The<QLineEdit>("txtConnectionTimeout").setCursorPosition(0);
+    QTest::keyClicks(&b.The("txtConnectionTimeout"), "x4");
+    EXPECT_EQ(b.Text("txtConnectionTimeout"), "430");
+}
+
+TEST(FrmAddTallyCore, ReturnInAFieldPressesOkAndOnAButtonThatButton)
+{
+    AddBench b;
+    b.Add();
+    b.The("txtSerial").setFocus();
+    QTest::keyClick(&b.The("txtSerial"), Qt::Key_Return);
+    EXPECT_EQ(b.heart.tables.Count(), 1);
+    b.Add();
+    b.The("cmdCancel").setFocus();
+    QTest::keyClick(&b.The("cmdCancel"), Qt::Key_Return);
+    EXPECT_EQ(b.heart.tables.Count(), 1);
+    EXPECT_FALSE(b.form->isVisible());
+}
+
+TEST(FrmAddTallyCore, EveryInputHasAnAccessibleName)
+{
+    const auto expectNames = [](AddBench& b) {
+        b.Add();
+        for (const char* option : {"optRS232", "optDialup", "optEthernet"}) {
+            b.Click(option);
+            for (QWidget* input : b.form->findChildren<QWidget*>()) {
+                const bool isInput = qobject_cast<QLineEdit*>(input) || qobject_cast<QComboBox*>(input) ||
+                                     qobject_cast<QAbstractButton*>(input);
+                if (!isInput || !input->isVisibleTo(b.form))
+                    continue;
+                const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(input);
+                ASSERT_TRUE(spoken) << input->objectName().toStdString();
+                EXPECT_NE(spoken->text(QAccessible::Name), "") << input->objectName().toStdString();
+            }
+        }
+    };
+    AddBench english;
+    expectNames(english);
+    AddBench foreign;
+    std::string lines;
+    for (int number = 1; number <= 26; ++number)
+        lines += std::to_string(number) + ":1:9:T" + std::to_string(number) + "\r\n";
+    foreign.Speak(lines);
+    expectNames(foreign);
+}
+
 TEST(FrmAddTallyCore, ALanguageFileNamesTheControls)
 {
     AddBench b;
@@ -249,6 +380,8 @@ TEST(FrmAddTallyCore, EveryInputHasAMnemonicOfItsOwn)
             keys.insert(key);
         };
         for (const auto* label : b.form->findChildren<QLabel*>()) {
+            if (label->objectName() == "lblSeconds")
+                continue; // a unit
             ASSERT_TRUE(label->buddy()) << label->objectName().toStdString();
             take(label->text(), *label);
         }

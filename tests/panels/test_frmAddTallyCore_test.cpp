@@ -1,5 +1,8 @@
-// The Test button, and its end in the middle of every wait.
+// The Test and the Reset button.
 #include "add_fixture.h"
+#include "simulator/simulated_modem.h"
+
+#include <QWindow>
 
 namespace harvelop::test
 {
@@ -29,10 +32,10 @@ TEST(FrmAddTallyCoreTest, ALoggerOnAComPortIsFoundAndThePortReleased)
         EXPECT_TRUE(b.heart.state.TestRunning);
         EXPECT_TRUE(b.The("cmdCancel").isEnabled());
         for (const char* locked :
-             {"cmdTest",        "cmdOk",         "optRS232",       "optDialup",  "optEthernet",  "cbxSeries",
-              "cbxBaud",        "cbxDataBits",   "cbxFlowControl", "cbxModel",   "cbxParity",    "cbxPort",
-              "cbxStopBits",    "txtSerial",     "txtIP",          "txtTCPPort", "cbxModemPort", "cbxModemBaud",
-              "txtPhoneNumber", "txtInitString", "cmdResetModem"})
+             {"cmdTest",        "cmdOk",         "optRS232",       "optDialup",   "optEthernet",         "cbxSeries",
+              "cbxBaud",        "cbxDataBits",   "cbxFlowControl", "cbxModel",    "cbxParity",           "cbxPort",
+              "cbxStopBits",    "txtSerial",     "txtIP",          "txtTCPPort",  "cbxModemPort",        "cbxModemBaud",
+              "txtPhoneNumber", "txtInitString", "cmdResetModem",  "txtPassword", "txtConnectionTimeout"})
             EXPECT_FALSE(b.The(locked).isEnabled()) << locked;
         b.Click("cmdTest"); // a second click finds nothing to press
     });
@@ -128,58 +131,152 @@ TEST(FrmAddTallyCoreTest, TheTestChangesNothingOfTheLoggerViewedBefore)
     EXPECT_EQ(b.RecordLine(1), before);
 }
 
-// Something happens at each half second of a test, of each kind.
-void interrupt(const std::function<void(AddBench&)>& what, bool ends)
+// A modem on Com 3 that knows one number.
+void plugModem(AddBench& b)
 {
-    for (const char* option : {"optRS232", "optEthernet", "optDialup"})
-        for (double at = 100; at < 14000; at += 500) {
-            SCOPED_TRACE(std::string(option) + " at " + std::to_string(at));
-            AddBench b;
-            b.serial.ports[1] = {};
-            b.serial.ports[3] = {};
-            b.sockets.places["logger:99"] = {};
-            press(b, option);
-            bool happened = false;
-            size_t sent = 0;
-            b.dialogs.whileShown = [&] { EXPECT_FALSE(happened) << "a box of a dialog that is gone"; };
-            b.pump.After(at, [&] {
-                happened = b.heart.state.TestRunning;
-                if (!happened)
-                    return;
-                what(b);
-                sent = b.serial.Sent().size() + b.sockets.steps.size();
-            });
-            b.dialogs.Expect(BoxAnswer::Ok); // for a test that is over before
-            b.Click("cmdTest");
-            b.dialogs.whileShown = nullptr;
-            if (b.dialogs.shown.empty())
-                b.dialogs.Show({}); // takes the answer that was left over
-            if (!happened)
-                break;
-            b.heart.waiting.ServeEvents();
-            EXPECT_FALSE(b.serial.PortOpen() && !ends);
-            EXPECT_FALSE(b.heart.link.EthernetConnected);
-            EXPECT_FALSE(b.heart.state.TestRunning);
-            EXPECT_FALSE(b.form && b.form->isVisible() && !ends);
-            if (ends) {
-                EXPECT_LE(b.serial.Sent().size(), sent);
-            }
-        }
+    const auto logger = AddBench::Logger("KR200", "2");
+    b.serial.Plug(3, std::make_shared<SimulatedModem>(ModemConfig(), PhoneBook{{"12", logger}}), "9600");
 }
 
-TEST(FrmAddTallyCoreTest, CancelInEveryWaitEndsItQuietly)
+void pressModem(AddBench& b)
 {
-    interrupt([](AddBench& b) { b.Click("cmdCancel"); }, false);
+    press(b, "optDialup");
+    b.Choose("cbxModemPort", "3");
+    b.Fill("txtPhoneNumber", "12");
+    b.Fill("txtInitString", "at&f");
 }
 
-TEST(FrmAddTallyCoreTest, TheDialogMayBeDeletedInEveryWait)
+// The captions that the dialog had in the waits of what a button starts, each once.
+std::vector<std::string> captionsWhile(AddBench& b, const char* button)
 {
-    interrupt([](AddBench& b) { delete b.form; }, false);
+    std::vector<std::string> captions;
+    b.pump.whenWaiting = [&](double) {
+        if (b.form && (captions.empty() || captions.back() != b.Caption()))
+            captions.push_back(b.Caption());
+    };
+    b.dialogs.Expect(BoxAnswer::Ok);
+    b.Click(button);
+    b.pump.whenWaiting = nullptr;
+    return captions;
 }
 
-TEST(FrmAddTallyCoreTest, AfterTheProgramsEndNoByteLeaves)
+TEST(FrmAddTallyCoreTest, AModemsLoggerIsFoundAndTheStepsAreToldInTheCaption)
 {
-    interrupt([](AddBench& b) { b.heart.end.EndProgram(); }, true);
+    AddBench b;
+    plugModem(b);
+    pressModem(b);
+    EXPECT_EQ(captionsWhile(b, "cmdTest"),
+              (std::vector<std::string>{"Looking for a Modem on Com 3 ...", "Found a Modem on Com 3", "Dialling 12 ...",
+                                        "Connected at 9600 baud", " Disconnecting ..."}));
+    EXPECT_EQ(b.LastBox().text, "Found a KR200 Series 2 connected to the Modem on Com Port 3.     ");
+    EXPECT_EQ(b.LastBox().title, " tallyCore Search");
+    EXPECT_EQ(b.Caption(), " Add a tallyCore");
+    EXPECT_EQ(b.heart.link.LinkMode, "None");
+    EXPECT_FALSE(b.serial.PortOpen());
+}
+
+TEST(FrmAddTallyCoreTest, ALanguageFileTellsTheStepsAndTheOutcome)
+{
+    AddBench b;
+    b.Speak("500:1:9:T500\r\n501:1:9:T501\r\n502:1:9:T502\r\n503:1:9:T503\r\n507:1:9:T507\r\n508:1:9:T508\r\n"
+            "510:1:9:T510\r\n808:1:9:T808\r\n");
+    b.serial.Plug(3, AddBench::Logger("KR200", "2"), "9600");
+    press(b, "optRS232");
+    EXPECT_EQ(captionsWhile(b, "cmdTest"), std::vector<std::string>{"T808 ..."});
+    EXPECT_EQ(b.LastBox().text, "T500 KR200 T502 2 T501 3 @ 9600,N,8,1,NOFC.     ");
+    EXPECT_EQ(b.LastBox().title, " T503");
+    b.sockets.Plug("logger", 99, AddBench::Logger("KR40"));
+    b.Click("optEthernet");
+    captionsWhile(b, "cmdTest");
+    EXPECT_EQ(b.LastBox().text, "T500 KR40 T507 logger T508 99.     ");
+    plugModem(b);
+    pressModem(b);
+    EXPECT_EQ(captionsWhile(b, "cmdTest").back(), "T510 ...");
+}
+
+TEST(FrmAddTallyCoreTest, ResetTellsItsStepsAndItsSuccess)
+{
+    AddBench b;
+    plugModem(b);
+    pressModem(b);
+    EXPECT_EQ(captionsWhile(b, "cmdResetModem"), (std::vector<std::string>{" Looking for a Modem on Com 3 ...",
+                                                                           " Found a Modem on Com 3", " Modem Reset"}));
+    EXPECT_EQ(b.LastBox().text, "Modem Successfully Reset.     ");
+    EXPECT_EQ(b.LastBox().title, " tallyCore Harvel");
+    EXPECT_EQ(b.LastBox().icon, BoxIcon::Information);
+    EXPECT_EQ(b.Caption(), " Add a tallyCore");
+    EXPECT_TRUE(b.The("cmdResetModem").isEnabled() && b.The("cmdOk").isEnabled());
+    EXPECT_FALSE(b.heart.state.TestRunning || b.heart.state.AbortWait);
+    EXPECT_FALSE(b.serial.PortOpen());
+    EXPECT_EQ(b.serial.Sent().find("atz"), std::string::npos);
+}
+
+TEST(FrmAddTallyCoreTest, ResetOfAModemThatIsNotThereIsTold)
+{
+    AddBench b;
+    b.serial.ports[3] = {};
+    pressModem(b);
+    EXPECT_EQ(captionsWhile(b, "cmdResetModem").back(), " No Modem Found on Com 3");
+    EXPECT_EQ(b.LastBox().text, "Could Not Find a Modem on Com Port 3.     ");
+    EXPECT_EQ(b.LastBox().title, " tallyCore Search");
+    EXPECT_EQ(b.LastBox().icon, BoxIcon::Critical);
+    EXPECT_EQ(b.Caption(), " Add a tallyCore");
+}
+
+TEST(FrmAddTallyCoreTest, NothingStandsBeforeABoxOrAQuestion)
+{
+    for (const bool locked : {false, true}) {
+        AddBench b;
+        LoggerConfig config;
+        config.password = "key";
+        if (locked)
+            b.serial.Plug(3, std::make_shared<SimulatedLogger>(config), "9600");
+        else
+            b.serial.ports[3].openError = PortBusy;
+        press(b, "optRS232");
+        int seen = 0;
+        b.dialogs.whileShown = [&] {
+            ++seen;
+            EXPECT_FALSE(b.form->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
+        };
+        if (locked)
+            b.dialogs.ExpectPassword("key");
+        b.dialogs.Expect(BoxAnswer::Ok);
+        b.Click("cmdTest");
+        EXPECT_EQ(seen, locked ? 2 : 1);
+        EXPECT_TRUE(b.form->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint));
+    }
+}
+
+TEST(FrmAddTallyCoreTest, AKeyHeldDownOnTestDoesNotCancelIt)
+{
+    AddBench b;
+    b.serial.Plug(3, AddBench::Logger("KR40"), "9600");
+    press(b, "optRS232");
+    b.The("cmdTest").setFocus();
+    b.pump.After(100, [&] {
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+        QWidget* focused = QApplication::focusWidget();
+        QApplication::sendEvent(focused ? focused : b.form.data(), &repeated);
+        EXPECT_TRUE(b.form->isVisible());
+    });
+    b.dialogs.Expect(BoxAnswer::Ok);
+    QTest::keyClick(&b.The("cmdTest"), Qt::Key_Return);
+    EXPECT_TRUE(b.form->isVisible());
+    EXPECT_EQ(b.LastBox().text, "Found a KR40 connected to Com Port 3 @ 9600,N,8,1,NOFC.     ");
+    EXPECT_EQ(QApplication::focusWidget(), &b.The("cmdTest"));
+}
+
+TEST(FrmAddTallyCoreTest, EscapeCancelsARunningTest)
+{
+    AddBench b;
+    b.serial.ports[3] = {};
+    press(b, "optRS232");
+    b.pump.After(3000, [&] { QTest::keyClick(b.form, Qt::Key_Escape); });
+    b.Click("cmdTest");
+    EXPECT_FALSE(b.form->isVisible());
+    EXPECT_TRUE(b.dialogs.shown.empty());
+    EXPECT_FALSE(b.serial.PortOpen());
 }
 
 } // namespace
