@@ -1,4 +1,6 @@
-// The one table of the numbered texts with their English words.
+// The numbered texts with their English words. They stand in the tables of message_captions.h, message_steps.h,
+// message_boxes.h and message_panel_captions.h; a text holds neither the values nor the suffix (" ...", ".     ") that
+// its call site adds; where the call site adds no suffix, the trailing blanks of a box stand in the table.
 #pragma once
 
 #include <string_view>

@@ -39,7 +39,7 @@ struct Options {
     std::string SMTPServerName;
     std::string SMTPPort;
     bool SMTPServerRequiresAuthentication = false;
-    std::string SMTPAuthenticationType; // "PLAIN", "LOGIN" or "CRAM-MD5"
+    std::string SMTPAuthenticationType; // "PLAIN", "LOGIN", "CRAM-MD5", or as the panel writes it "CRM-MD5"
     std::string SMTPSender;
     std::string SMTPUserName;
     std::string SMTPPassword; // clear text
