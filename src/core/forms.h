@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace harvelop
 {
@@ -50,12 +51,23 @@ public:
     virtual void SetCaption(const std::string& caption) = 0;
 };
 
+// `frmDelJob`: the user picks a job to delete.
+class JobForm
+{
+public:
+    virtual ~JobForm() = default;
+    virtual void Show(const std::vector<std::string>& jobs) = 0; // fills `cbxJobs`, selects the first; never blocks
+    virtual bool IsVisible() const = 0;                          // until it is answered or closed
+};
+
 struct Forms {
     OptionsForm* options = nullptr;
     TerminalForm* terminal = nullptr;
     AddForm* add = nullptr;
     // Makes and loads the progress window on its first use. It outlives all work.
     std::function<MessageForm*()> loadMessages;
+    // Makes and loads the job chooser. It lives at least until it is asked for anew.
+    std::function<JobForm*()> loadJobs;
 };
 
 } // namespace harvelop

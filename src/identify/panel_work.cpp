@@ -1,5 +1,6 @@
 #include "identify/panel_work.h"
 
+#include "links/connection_test.h"
 #include "platform/separator.h"
 
 namespace harvelop
@@ -65,11 +66,10 @@ void ClearOnLogger(PanelServices services, int number, std::function<void()> act
         services.state.ClearMode = true;
     services.loggerControls.DisableLoggerControls();
     services.actions.ConnectLogger(number);
-    // By the logger's number, though the table is one of com ports: meant. It has no entry for most numbers.
-    const bool* failed = services.link.PortOpenFailed.At(number);
-    if (!failed)
-        showBox(services, {"Subscript out of range", "", BoxIcon::Critical});
-    const bool connected = failed && !*failed && services.link.LinkConnected;
+    const ConnectionTest test = TestConnected(services.link, number);
+    const bool connected = test == ConnectionTest::Connected;
+    if (test == ConnectionTest::NoEntry)
+        showBox(services, OutOfRangeBox);
     if (connected)
         action();
     if (connected || !services.state.TerminalOpen) // a terminal goes on with a link that failed

@@ -31,6 +31,9 @@ public:
     virtual bool StartProgram(const std::string& path, const std::vector<std::string>& arguments,
                               const std::string& workingDirectory) = 0;
 
+    // The path of a program that lies on the user's PATH; empty without one.
+    virtual std::string ProgramOnPath(const std::string& name) const = 0;
+
     // Opens a text file in the user's own viewer. False without a viewer.
     virtual bool ShowTextFile(const std::string& path) = 0;
 

@@ -107,6 +107,11 @@ bool QtDesktop::StartProgram(const std::string& path, const std::vector<std::str
     return QProcess::startDetached(*program, texts, QString::fromStdString(workingDirectory));
 }
 
+std::string QtDesktop::ProgramOnPath(const std::string& name) const
+{
+    return QStandardPaths::findExecutable(QString::fromStdString(name)).toStdString();
+}
+
 bool QtDesktop::ShowTextFile(const std::string& path)
 {
     const QString file = QFileInfo(QString::fromStdString(path)).absoluteFilePath();

@@ -17,6 +17,7 @@ public:
 
     bool StartProgram(const std::string& path, const std::vector<std::string>& arguments,
                       const std::string& workingDirectory) override;
+    std::string ProgramOnPath(const std::string& name) const override;
     bool ShowTextFile(const std::string& path) override;
     // A .desktop file, which may be started by a click. False too if its format can't express the shortcut.
     bool CreateShortcut(const Shortcut& shortcut) override;
