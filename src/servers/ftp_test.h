@@ -1,0 +1,35 @@
+// The login test of the FTP server. Its name and password are tried on port 21 and nothing else is; the session ends by
+// closing the socket.
+#pragma once
+
+#include "servers/login_session.h"
+#include "servers/server_services.h"
+
+#include <string>
+
+namespace harvelop
+{
+
+class FTPTest
+{
+public:
+    explicit FTPTest(const ServerServices& services) : m_use(services), m_session(services) {}
+
+    // As started by the user: tells its steps and its result; `FTPChecked` after a good one. Restores `DefaultTimeout`.
+    // Nothing is told of a test that the user gives up.
+    void TestByUser();
+
+private:
+    void PrepareFTPTest();
+    void RunFTPTest();
+    void session();
+    void ReportFTPFailure(const std::string& text);
+    void DisconnectFTP();
+
+    ServerServices m_use;
+    LoginSession m_session;
+    bool FTPTestByUser = false;
+    double FTPTimeoutMs = 0;
+};
+
+} // namespace harvelop

@@ -1,0 +1,40 @@
+// The login test of the mail server: the beginning of a mail session. No mail is sent, and the session ends by closing
+// the socket.
+#pragma once
+
+#include "servers/login_session.h"
+#include "servers/server_services.h"
+
+#include <cstdint>
+#include <string>
+
+namespace harvelop
+{
+
+class SMTPTest
+{
+public:
+    explicit SMTPTest(const ServerServices& services) : m_use(services), m_session(services) {}
+
+    // As started by the user: tells its steps and its result; `SMTPChecked` after a good one. Leaves `DefaultTimeout`
+    // at 5000 ms. Nothing is told of a test that the user gives up. After a failure the socket stays as it is, but is
+    // no longer the link.
+    void TestByUser();
+
+private:
+    void RunSMTPTest();
+    void session();
+    bool logIn();
+    void ReportSMTPFailure(const std::string& text);
+    void ReportSMTPSuccess();
+    void DisconnectSMTP();
+    void showStep(int number, const std::string& rest = {});
+
+    ServerServices m_use;
+    LoginSession m_session;
+    bool SMTPTestByUser = false;       // steps and success are told
+    std::int16_t SMTPFailureCount = 0; // failures told in this test
+    std::int16_t SMTPSavedTimeout = 0; // `DefaultTimeout` before the test
+};
+
+} // namespace harvelop
