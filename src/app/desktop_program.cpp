@@ -4,6 +4,7 @@
 #include "app/exit_paths.h"
 #include "app/send_text.h"
 #include "core/text_lines.h"
+#include "identify/panel_work.h"
 #include "panels/frmSupport.h"
 
 #include <iostream>
@@ -17,6 +18,7 @@ DesktopProgram::DesktopProgram(const Platform& platform)
       m_taskbar({[this] { heart.waiting.ServeEvents(); }, [this] { showOptions(); }, [this] { mpopExit_Click(heart); }})
 {
     heart.forms.loadMessages = [this] { return loadMessages(); };
+    heart.forms.loadJobs = [this] { return loadJobs(); };
     heart.actions.ShowAddDialog = [this] { showAddDialog(); };
     heart.viewing.UnloadAddDialog = [this] {
         if (m_addDialog)
@@ -34,6 +36,7 @@ void DesktopProgram::Start(const std::string& commandLine)
     hooks.loadOptions = [this] { loadedOptions(); };
     if (heart.actions.ConnectLogger)
         hooks.sendText = [this](const Launch& launch) { SendText(heart, launch, [this] { showTerminal(); }); };
+    hooks.loadProgram = [this](const Launch&) { loadProgram(); };
     hooks.say = [](const std::string& line) { std::cerr << "harvelop: " << line << std::endl; };
     StartUp(heart, hooks).Run(commandLine);
 }
@@ -44,7 +47,8 @@ frmOptions& DesktopProgram::loadedOptions()
         m_options = std::make_unique<frmOptions>(OptionsServices{
             heart.essentials(), heart.options, heart.state, heart.store, heart.tables, heart.panels, heart.rs232,
             heart.portSearch, heart.viewing, heart.controls, heart.forms, heart.desktop, heart.end,
-            heart.actions.ShowAddDialog, [this] { showTerminal(); }, heart.actions.ConnectLogger});
+            heart.actions.ShowAddDialog, [this] { showTerminal(); }, heart.actions.ConnectLogger,
+            [this] { heart.smtpTest.TestByUser(); }, [this] { heart.ftpTest.TestByUser(); }});
         m_options->Load();
     }
     return *m_options;
@@ -80,6 +84,22 @@ MessageForm* DesktopProgram::loadMessages()
         m_messages->Load();
     }
     return m_messages.get();
+}
+
+JobForm* DesktopProgram::loadJobs()
+{
+    m_jobs = std::make_unique<frmDelJob>(
+        DelJobServices{heart.progress, heart.language, heart.loading, heart.link.LinkDescription});
+    return m_jobs.get();
+}
+
+// On the hidden panel of `CurrentLogger`, as its button does; the program ends afterwards.
+void DesktopProgram::loadProgram()
+{
+    if (LoggerPanel* panel = heart.panels.Create(heart.state.CurrentLogger))
+        panel->Load();
+    heart.state.RunMode = "IconProgram";
+    LoadOnLogger(heart.panelServices(), heart.state.CurrentLogger);
 }
 
 // Over the panel whose logger it changes, or over the options. While one is open, or its test still ends, there is no

@@ -5,6 +5,7 @@
 #include "app/start_up.h"
 #include "core/frmMessages.h"
 #include "core/frmTaskbar.h"
+#include "loading/frmDelJob.h"
 #include "panels/frmAddTallyCore.h"
 #include "panels/frmOptions.h"
 #include "panels/frmTallyCores.h"
@@ -39,11 +40,14 @@ private:
     MessageForm* loadMessages();
     void showTerminal();
     void showAddDialog();
+    JobForm* loadJobs();
+    void loadProgram();
 
     TallyCorePanels m_panels;
     std::unique_ptr<frmOptions> m_options;
     std::unique_ptr<frmMessages> m_messages;
     std::unique_ptr<frmTerminal> m_terminal;
+    std::unique_ptr<frmDelJob> m_jobs;
     std::string m_commandLine;
     QPointer<frmAddTallyCore> m_addDialog; // while it is shown
     frmTaskbar m_taskbar;

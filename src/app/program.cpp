@@ -24,7 +24,12 @@ Program::Program(const Platform& platform)
       identification(essentials(), exchange, platform.serial, link, search, tables, store, state),
       viewing(essentials(), link, search, tables, records, store, panels, controls, state, files),
       portSearch(essentials(), rs232, exchange, identification, viewing, controls, link, search, tables, panels,
-                 options, state, end)
+                 options, state, end),
+      programLoading(loadingServices()),
+      flashLoading(loadingServices(), programLoading),
+      clearing(loadingServices(), programLoading),
+      smtpTest(serverServices()),
+      ftpTest(serverServices())
 {
     // The calls that go against the order of building.
     store.FindComPorts = [this] { rs232.FindComPorts(); };
@@ -38,6 +43,12 @@ Program::Program(const Platform& platform)
     };
     actions.ConnectLogger = [this](int number) { connecting.ConnectLogger(number); };
     actions.CloseLink = [this] { connecting.ReleaseLink(); };
+    actions.LoadProgram = [this] { programLoading.LoadProgram(); };
+    actions.LoadCardProgram = [this] { programLoading.LoadCardProgram(); };
+    actions.LoadFlashProgram = [this] { flashLoading.LoadFlashProgram(); };
+    actions.ClearPrograms = [this] { clearing.ClearPrograms(); };
+    actions.ClearCardPrograms = [this] { clearing.ClearCardPrograms(); };
+    actions.ClearFlash = [this] { clearing.ClearFlash(); };
     rs232.SendToLogger = [this](const std::string& text) { exchange.SendToLogger(text); };
 }
 

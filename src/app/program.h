@@ -19,8 +19,13 @@
 #include "links/modEthernet.h"
 #include "links/modRS232.h"
 #include "links/modem.h"
+#include "loading/clearing.h"
+#include "loading/flash_load.h"
+#include "loading/program_load.h"
 #include "platform/desktop.h"
 #include "platform/settings_store.h"
+#include "servers/ftp_test.h"
+#include "servers/smtp_test.h"
 #include "settings/delivery_lists.h"
 #include "settings/essentials.h"
 #include "settings/language_tables.h"
@@ -64,6 +69,7 @@ public:
     DeliveryTables deliveryTables;
     LinkState link;
     SearchState search;
+    LoadingState loading;
     Forms forms;
     LoggerPanels panels;
     LoggerActions actions;
@@ -84,7 +90,18 @@ public:
     Identification identification;
     LoggerViewing viewing;
     PortSearch portSearch;
+    ProgramLoading programLoading;
+    FlashLoading flashLoading;
+    Clearing clearing;
+    SMTPTest smtpTest;
+    FTPTest ftpTest;
 
+    LoadingServices loadingServices()
+    {
+        return {essentials(), exchange, connecting, link,           loading, state, options,
+                tables,       files,    desktop,    loggerControls, forms,   end};
+    }
+    ServerServices serverServices() { return {essentials(), exchange, ethernet, link, state, options, controls}; }
     Essentials essentials() { return {waiting, progress, dialogs, language}; }
     PanelServices panelServices()
     {
