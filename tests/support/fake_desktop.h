@@ -5,6 +5,7 @@
 #include "platform/settings_store.h"
 
 #include <map>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,11 @@ public:
         started.push_back({path, arguments, workingDirectory});
         return starts;
     }
+    std::string ProgramOnPath(const std::string& name) const override
+    {
+        const auto found = onPath.find(name);
+        return found == onPath.end() ? "" : found->second;
+    }
     bool ShowTextFile(const std::string& path) override
     {
         shown.push_back(path);
@@ -43,6 +49,7 @@ public:
 
     std::string currentDirectory = "/home/user/loggers";
     bool starts = true; // what the calls give
+    std::map<std::string, std::string> onPath; // programs on the user's PATH, by name
     std::vector<Started> started;
     std::vector<std::string> shown;
     std::vector<Shortcut> shortcuts;
