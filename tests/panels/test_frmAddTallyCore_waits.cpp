@@ -101,16 +101,15 @@ struct Attempt {
                 return;
             happened = true;
             event(b);
-            sent = b.serial.Sent();
-            steps = b.sockets.steps.size();
-            boxes = b.dialogs.shown.size();
-            questions = b.dialogs.asked.size();
+            m_sent = b.serial.Sent();
+            m_boxes = b.dialogs.shown.size();
+            m_questions = b.dialogs.asked.size();
         };
         b.pump.whenWaiting = [&](double) { wait(); };
         b.dialogs.whileShown = [&] {
             wait();
-            if (b.dialogs.asked.size() > asked) {
-                asked = b.dialogs.asked.size();
+            if (b.dialogs.asked.size() > m_asked) {
+                m_asked = b.dialogs.asked.size();
                 b.dialogs.ExpectPassword("");
             } else {
                 b.dialogs.Expect(BoxAnswer::Ok);
@@ -123,8 +122,8 @@ struct Attempt {
     }
 
     // What was sent to the port after the event.
-    std::string SentAfterwards() const { return b.serial.Sent().substr(sent.size()); }
-    bool ToldAfterwards() const { return b.dialogs.shown.size() > boxes || b.dialogs.asked.size() > questions; }
+    std::string SentAfterwards() const { return b.serial.Sent().substr(m_sent.size()); }
+    bool ToldAfterwards() const { return b.dialogs.shown.size() > m_boxes || b.dialogs.asked.size() > m_questions; }
     bool LinkReleased() const
     {
         const auto& sockets = b.sockets.made;
@@ -157,11 +156,10 @@ struct Attempt {
     bool waitedAfterwards = false;
 
 private:
-    std::string sent;
-    size_t steps = 0;
-    size_t boxes = 0;
-    size_t questions = 0;
-    size_t asked = 0;
+    std::string m_sent;
+    size_t m_boxes = 0;
+    size_t m_questions = 0;
+    size_t m_asked = 0;
 };
 
 // Calls `check` with an attempt for every wait there is; the last one, in which nothing happened, is the whole course.
