@@ -208,8 +208,9 @@ TEST_F(Tallysim, TranscriptHoldsWhatPassesAndNoPassword)
     EXPECT_EQ(End(SIGTERM), 0);
     std::ifstream file(transcript);
     const std::string text(std::istreambuf_iterator<char>(file), {});
-    EXPECT_THAT(text,
-                StartsWith("[\"logger 1\",\"in\",\"\xef\xbf\xbd\\r\\n\x7f\\r\\n\"]\n[\"logger 1\",\"out\",\"<<\\r\\n\"]\n"));
+    EXPECT_THAT(
+        text,
+        StartsWith("[\"logger 1\",\"in\",\"\xef\xbf\xbd\\r\\n\x7f\\r\\n\"]\n[\"logger 1\",\"out\",\"<<\\r\\n\"]\n"));
     EXPECT_THAT(text, HasSubstr("[\"modem\",\"in\",\"atdt555\\r\\n\"]\n[\"modem\",\"out\",\"\\r\\nCONNECT 9600"));
     EXPECT_THAT(text, HasSubstr("[\"number 555\",\"out\",\"<<\\r\\n\"]\n"));
     EXPECT_THAT(text, testing::Not(HasSubstr("logger 2")));
