@@ -28,6 +28,15 @@ constexpr auto Modes = std::to_array<FailureMode>({
     {Failure::EndlessReply, "EndlessReply", "the reply to TEST0 is 70,000 characters long, without a line end"},
     {Failure::NulBytes, "NulBytes", "puts a zero byte before every character that it sends"},
     {Failure::StopsFlow, "StopsFlow", "sends XOFF after every answer to a probe"},
+    {Failure::GoesSilent, "GoesSilent", "answers nothing any more after some received lines"},
+    {Failure::ResetsItself, "ResetsItself", "is reset by one of the received lines, as by a loss of power"},
+    {Failure::IgnoresLines, "IgnoresLines", "does not hear lines that begin with a text"},
+    {Failure::RefusesLines, "RefusesLines", "answers an error to lines that begin with a text, and does nothing"},
+    {Failure::RejectsLine, "RejectsLine", "answers an error to one line of a program, and does not take it"},
+    {Failure::RejectsString, "RejectsString", "the same with the error of a sensor's control string"},
+    {Failure::CardUnreadable, "CardUnreadable", "tells neither that there is a memory card nor that there is none"},
+    {Failure::EraseFails, "EraseFails", "the bootstrap monitor fails to erase the flash memory"},
+    {Failure::GarblesRecord, "GarblesRecord", "the line spoils one S-record, which the bootstrap monitor refuses"},
 });
 
 } // namespace

@@ -1,6 +1,8 @@
 // What a simulated logger is and how it misbehaves: plain values, as tests write them and as tallysim reads them.
 #pragma once
 
+#include "simulator/logger_memory.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -31,6 +33,15 @@ enum class Failure {
     EndlessReply,
     NulBytes,
     StopsFlow,
+    GoesSilent,
+    ResetsItself,
+    IgnoresLines,
+    RefusesLines,
+    RejectsLine,
+    RejectsString,
+    CardUnreadable,
+    EraseFails,
+    GarblesRecord,
 };
 
 struct FailureMode {
@@ -61,9 +72,16 @@ struct LoggerConfig {
     std::size_t noise = 0;  // characters of line noise before every reply; they never look like a reply
     std::uint32_t seed = 1; // the same seed gives the same noise
 
+    bool echo = false;        // it sends back every line, until "/e" forbids it; "/E" allows it again
+    std::string number = "1"; // what it answers to "13SV" and puts into its complaints
+    LoggerMemory memory = {}; // what it holds to begin with
+
     Failure failure = Failure::None;
-    int dropAfterLines = 3; // DropsLine: with which received line the line goes
+    int dropAfterLines = 3; // DropsLine, GoesSilent, ResetsItself: with which received line it happens
     double lateMs = 6000;   // AnswersLate: the delay of everything but the answer to a probe
+    std::string lines;      // IgnoresLines, RefusesLines: those that begin so; none if it is empty
+    int linesFrom = 1;      // and with which of them it begins
+    int rejectLine = 3;     // RejectsLine, RejectsString: the line of the program; GarblesRecord: the record
 };
 
 } // namespace harvelop

@@ -106,12 +106,12 @@ std::string TestReport(const LoggerConfig& config, const ModelRow& row)
 {
     if (row.IsKR4())
         return "T," + VersionReport(config, row) + " Flash 2.01";
-    return "T,Pass" + std::string(row.signature) + ",R0," + exactly(4, config.version, "7.18") + "E";
+    return "T,Pass" + std::string(row.signature) + ",R0," + VersionText(config, row) + "E";
 }
 
 std::string VersionReport(const LoggerConfig& config, const ModelRow& row)
 {
-    return std::string(row.name) + " Version " + exactly(9, config.version, "5.06.0001");
+    return std::string(row.name) + " Version " + VersionText(config, row);
 }
 
 std::string SerialReport(const LoggerConfig& config, const ModelRow& row)
@@ -119,6 +119,19 @@ std::string SerialReport(const LoggerConfig& config, const ModelRow& row)
     constexpr std::string_view Colon = ": ";
     const auto dots = static_cast<std::size_t>(row.serialPosition) - 1 - 1 - Colon.size();
     return "Serial Number " + std::string(dots, '.') + std::string(Colon) + exactly(6, config.serial, "081234");
+}
+
+std::string BootReport(const LoggerConfig& config, const std::optional<ModelRow>& row, bool flashIsSound)
+{
+    const bool kr4 = row && row->IsKR4();
+    const std::string name =
+        kr4 ? VersionReport(config, *row) : "Tallycore Version " + VersionText(config, row.value_or(ModelRow()));
+    return name + "\r\n" + (flashIsSound ? "Self test ... Done." : "Self test ... Flash program damaged.");
+}
+
+std::string VersionText(const LoggerConfig& config, const ModelRow& row)
+{
+    return row.IsKR4() ? exactly(9, config.version, "5.06.0001") : exactly(4, config.version, "7.18");
 }
 
 std::string UnknownReport()

@@ -33,6 +33,8 @@ std::optional<ModelRow> FindModel(std::string_view model, std::string_view serie
 std::string TestReport(const LoggerConfig& config, const ModelRow& row);
 std::string VersionReport(const LoggerConfig& config, const ModelRow& row); // KR4 family only
 std::string SerialReport(const LoggerConfig& config, const ModelRow& row);  // KR4 family only
-std::string UnknownReport();                                                // what no model answers
+std::string BootReport(const LoggerConfig& config, const std::optional<ModelRow>& row, bool flashIsSound); // two lines
+std::string VersionText(const LoggerConfig& config, const ModelRow& row);
+std::string UnknownReport(); // what no model answers
 
 } // namespace harvelop

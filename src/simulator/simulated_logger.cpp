@@ -14,7 +14,8 @@ namespace
 constexpr char Xon = 0x11;
 constexpr char Xoff = 0x13;
 constexpr std::string_view Probe = "\x7f";
-constexpr std::size_t LongestLine = 4096;
+constexpr std::size_t LongestLine = 1 << 16;
+constexpr int Refused = 9; // the code of a complaint
 constexpr std::size_t EndlessLength = 70000;
 constexpr double FloodBlockMs = 10;
 constexpr long LargestFloodBlock = 4096;
@@ -32,20 +33,31 @@ LoggerConfig withSlowBytes(LoggerConfig config)
     return config;
 }
 
+// Whether lines are echoed after this one: the last of the switches /E and /e in it decides.
+bool echoAfter(std::string_view line, bool before)
+{
+    const auto on = line.rfind("/E") + 1; // 0: not there
+    const auto off = line.rfind("/e") + 1;
+    return on == off ? before : on > off;
+}
+
 } // namespace
 
 SimulatedLogger::SimulatedLogger(const LoggerConfig& config)
-    : m_config(withSlowBytes(config)), m_row(FindModel(config.model, config.series)), m_noise(config.seed)
+    : m_config(withSlowBytes(config)),
+      m_row(FindModel(config.model, config.series)),
+      m_noise(config.seed),
+      m_memory(config, m_row),
+      m_echo(config.echo),
+      m_deaf(config.failure == Failure::Silent)
 {
 }
 
 void SimulatedLogger::Receive(double nowMs, std::string_view bytes)
 {
     m_nowMs = nowMs;
-    if (m_config.failure == Failure::Silent)
-        return;
     for (const char c : bytes) {
-        if (!m_onLine)
+        if (!m_onLine || m_deaf)
             return;
         takeCharacter(c);
     }
@@ -57,8 +69,11 @@ void SimulatedLogger::takeCharacter(char c)
         send({c}, 0);
     if (c == '\r') {
         const std::string line = std::exchange(m_line, {});
-        if (!std::exchange(m_lineTooLong, false) && !line.empty())
+        const bool tooLong = std::exchange(m_lineTooLong, false);
+        if (!line.empty() && !tooLong)
             takeLine(line);
+        else if (line.empty())
+            takeBlankLine();
     } else if (c == '\n' || c == Xon || c == Xoff) {
         return;
     } else if (m_line.size() < LongestLine) {
@@ -71,11 +86,8 @@ void SimulatedLogger::takeCharacter(char c)
 void SimulatedLogger::takeLine(const std::string& line)
 {
     ++m_lines;
-    if (m_config.failure == Failure::DropsLine && m_lines >= m_config.dropAfterLines) {
-        m_onLine = false;
-        m_pieces.clear();
+    if (failsNow())
         return;
-    }
     const bool probed = line == Probe;
     const bool floods =
         m_config.failure == Failure::FloodsGarbage || (m_config.failure == Failure::FloodsAfterProbe && !probed);
@@ -83,11 +95,66 @@ void SimulatedLogger::takeLine(const std::string& line)
         m_floodMs = m_nowMs;
     if (m_floodMs != Never)
         return;
-    if (probed)
+    if (m_monitor)
+        takeMonitorLine(line);
+    else if (probed)
         answerProbe();
     else if (m_config.failure != Failure::NoReply && !isLocked(line))
         takeCommand(line);
     m_lastLineMs = m_nowMs;
+}
+
+void SimulatedLogger::takeBlankLine()
+{
+    if (!m_monitor && (m_config.password.empty() || m_unlocked))
+        m_memory.TakeBlankLine();
+}
+
+// Whether this received line is the one, and what comes with it.
+bool SimulatedLogger::failsNow()
+{
+    if (m_lines < m_config.dropAfterLines)
+        return false;
+    switch (m_config.failure) {
+    case Failure::DropsLine:
+        m_onLine = false;
+        m_pieces.clear();
+        return true;
+    case Failure::GoesSilent:
+        m_deaf = true;
+        return true;
+    case Failure::ResetsItself:
+        if (m_lines > m_config.dropAfterLines)
+            return false;
+        reset(true);
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Whether the line is one that is not obeyed: one that is refused is heard, one that is ignored is not.
+bool SimulatedLogger::isDisliked(const std::string& line)
+{
+    const bool concerned = m_config.failure == Failure::IgnoresLines || m_config.failure == Failure::RefusesLines;
+    return concerned && !m_config.lines.empty() && line.starts_with(m_config.lines) &&
+           ++m_disliked >= m_config.linesFrom;
+}
+
+void SimulatedLogger::showDislike()
+{
+    if (m_config.failure == Failure::RefusesLines)
+        reply(m_memory.ErrorText(Refused));
+}
+
+void SimulatedLogger::takeMonitorLine(const std::string& line)
+{
+    if (isDisliked(line))
+        showDislike();
+    else if (line == BootstrapMonitor::Leave)
+        reset(m_monitor->IsSound());
+    else if (const auto answer = m_monitor->Take(line, m_memory.State().flash))
+        reply(*answer);
 }
 
 // Says whether the logger keeps silent about `line`; the password is dealt with here.
@@ -111,9 +178,21 @@ void SimulatedLogger::takeCommand(const std::string& line)
         {"TEST0", &SimulatedLogger::answerTest},
         {"/h/U/N", &SimulatedLogger::answerVersion},
         {"CHARAC1", &SimulatedLogger::answerSerial},
+        {"\x1a"
+         "BOOTSTRAP",
+         &SimulatedLogger::enterMonitor},
+        {"SINGLEPUSH", &SimulatedLogger::restart},
     });
+    const bool disliked = isDisliked(line);
+    if (!disliked || m_config.failure == Failure::RefusesLines)
+        echo(line);
+    if (disliked)
+        return showDislike();
+    const ProgramMemory::Answer answer = m_memory.Take(line);
+    if (answer.text)
+        reply(*answer.text);
     const auto found = std::ranges::find(Commands, line, &Command::line);
-    if (found == Commands.end())
+    if (answer.taken || found == Commands.end())
         return;
     const bool firstTime = m_asked.insert(found->line).second;
     if (m_config.failure == Failure::IgnoresFirst && firstTime)
@@ -121,8 +200,16 @@ void SimulatedLogger::takeCommand(const std::string& line)
     (this->*found->answer)();
 }
 
+void SimulatedLogger::echo(const std::string& line)
+{
+    if (m_echo && m_config.failure != Failure::Echoes)
+        send(line + "\r\n", 0);
+    m_echo = echoAfter(line, m_echo);
+}
+
 void SimulatedLogger::answerProbe()
 {
+    m_memory.EndSession();
     const bool stops = m_config.failure == Failure::StopsFlow;
     send(m_noise.Harmless(m_config.noise) + "<<\r\n" + (stops ? std::string(1, Xoff) : ""), m_config.delayMs);
 }
@@ -153,6 +240,31 @@ void SimulatedLogger::answerSerial()
 {
     if (m_row && m_row->IsKR4() && m_config.failure != Failure::NoSerial)
         reply(SerialReport(m_config, *m_row));
+}
+
+void SimulatedLogger::enterMonitor()
+{
+    if (!m_row || m_row->IsKR4())
+        return;
+    m_memory.EndSession();
+    m_memory.State().bootstrap = true;
+    m_monitor.emplace(m_config);
+    reply("Bootstrap mode\r\n");
+}
+
+void SimulatedLogger::restart()
+{
+    if (m_row && m_row->IsKR4())
+        reset(true);
+}
+
+void SimulatedLogger::reset(bool flashIsSound)
+{
+    m_monitor.reset();
+    m_memory.Reset();
+    m_echo = m_config.echo;
+    m_unlocked = false;
+    reply(BootReport(m_config, m_row, flashIsSound));
 }
 
 void SimulatedLogger::reply(const std::string& line, std::string_view lineEnd)

@@ -38,13 +38,14 @@ struct SimulationFile {
     std::vector<std::string> errors; // one sentence each; none if the text is good
     std::optional<ModemSetup> modem = {};
     std::string transcript = {}; // a file to write down what passes on all lines; empty: none
+    std::string memory = {};     // a file that always tells what all loggers hold; empty: none
 };
 
 constexpr std::size_t LargestSimulationFile = 1 << 20; // characters; a longer text is refused
 
 // Reads {"loggers":[{"model":"KR40", ...}, ...], "modem":{"phoneBook":{"555":{"model":"KR40"}}, ...}}; the help texts
-// tell the keys. Beside them it may hold "transcript", the path of a file. Everything that is wrong is told, not only
-// the first; no error text holds a password.
+// tell the keys. Beside them it may hold "transcript" and "memory", each the path of a file. Everything that is wrong
+// is told, not only the first; no error text holds a password.
 SimulationFile ReadSimulationFile(std::string_view json);
 
 // Every key and what it takes, one line each.

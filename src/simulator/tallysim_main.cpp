@@ -1,5 +1,6 @@
 // tallysim: simulated loggers on pseudo terminals and TCP ports of this machine.
 
+#include "simulator/memory_file.h"
 #include "simulator/pty_line.h"
 #include "simulator/recorded_device.h"
 #include "simulator/report_texts.h"
@@ -45,7 +46,10 @@ int showHelp()
            "FILE holds {\"loggers\": [{\"model\": \"KR40\", \"com\": 1, \"baud\": 115200}, ...]}. A logger's keys:\n"
         << SimulationFileHelp() << "\nBeside \"loggers\" it may hold \"modem\": {...}, a modem on a pty. Its keys:\n"
         << ModemHelp()
-        << "\n\"transcript\": \"PATH\" writes down what passes on the lines. Loggers with a password are left out.\n";
+        << "\n\"transcript\": \"PATH\" writes down what passes on the lines. Loggers with a password are left out.\n"
+           "\"memory\": \"PATH\" always tells what the loggers hold: their programs, jobs, card and flash memory. In "
+           "its\n"
+           "texts each byte is one character.\n";
     return Done;
 }
 
@@ -73,6 +77,12 @@ void complain(const std::string& text)
     std::cerr << "tallysim: " << text << '\n';
 }
 
+// What is written down beside the simulation; null: nothing.
+struct Records {
+    std::ostream* transcript = nullptr;
+    MemoryFile* memory = nullptr;
+};
+
 std::unique_ptr<SimulatedDevice> recorded(std::unique_ptr<SimulatedDevice> device, const std::string& name,
                                           std::ostream* transcript)
 {
@@ -81,31 +91,39 @@ std::unique_ptr<SimulatedDevice> recorded(std::unique_ptr<SimulatedDevice> devic
     return std::make_unique<RecordedDevice>(std::move(device), name, *transcript);
 }
 
-std::unique_ptr<SimulatedDevice> makeLogger(const LoggerSetup& setup, const std::string& name, std::ostream* transcript)
+std::unique_ptr<SimulatedDevice> watched(std::unique_ptr<SimulatedLogger> logger, const std::string& name,
+                                         MemoryFile* file)
 {
-    return recorded(std::make_unique<SimulatedLogger>(setup.logger), name,
-                    setup.logger.password.empty() ? transcript : nullptr);
+    if (!file)
+        return logger;
+    return std::make_unique<WatchedLogger>(std::move(logger), name, *file);
 }
 
-std::unique_ptr<SimulatedLine> openLine(const LoggerSetup& setup, const std::string& name, std::ostream* transcript,
+std::unique_ptr<SimulatedDevice> makeLogger(const LoggerSetup& setup, const std::string& name, const Records& records)
+{
+    return recorded(watched(std::make_unique<SimulatedLogger>(setup.logger), name, records.memory), name,
+                    setup.logger.password.empty() ? records.transcript : nullptr);
+}
+
+std::unique_ptr<SimulatedLine> openLine(const LoggerSetup& setup, const std::string& name, const Records& records,
                                         std::string& error)
 {
-    auto logger = makeLogger(setup, name, transcript);
+    auto logger = makeLogger(setup, name, records);
     if (setup.IsTcp())
         return TcpLine::Open(std::move(logger), setup.tcpPort, error);
     return PtyLine::Open(std::move(logger), static_cast<unsigned>(setup.logger.baud), setup.link, error);
 }
 
-std::unique_ptr<SimulatedLine> openModem(const ModemSetup& setup, std::ostream* transcript, std::string& error)
+std::unique_ptr<SimulatedLine> openModem(const ModemSetup& setup, const Records& records, std::string& error)
 {
     PhoneBook book;
     bool secret = false; // passwords pass the modem, too
     for (const auto& [number, logger] : setup.phoneBook) {
-        book[number] = makeLogger(logger, "number " + number, transcript);
+        book[number] = makeLogger(logger, "number " + number, records);
         secret = secret || !logger.logger.password.empty();
     }
     auto modem = recorded(std::make_unique<SimulatedModem>(setup.modem, std::move(book)), "modem",
-                          secret ? nullptr : transcript);
+                          secret ? nullptr : records.transcript);
     return PtyLine::Open(std::move(modem), static_cast<unsigned>(setup.modem.baud), setup.link, error);
 }
 
@@ -214,15 +232,20 @@ int simulate(const std::string& path, bool withAssignments)
 
     std::signal(SIGPIPE, SIG_IGN);
     const FileHandle ending = endSignals();
-    std::ofstream file;
+    std::ofstream transcript;
     if (!simulation.transcript.empty()) {
-        file.open(simulation.transcript, std::ios::app);
-        if (!file) {
+        transcript.open(simulation.transcript, std::ios::app);
+        if (!transcript) {
             complain("cannot write " + simulation.transcript);
             return Failed;
         }
     }
-    std::ostream* const transcript = file.is_open() ? &file : nullptr;
+    MemoryFile memory(simulation.memory);
+    if (!simulation.memory.empty() && !memory.Write()) {
+        complain("cannot write " + simulation.memory);
+        return Failed;
+    }
+    const Records records{transcript.is_open() ? &transcript : nullptr, simulation.memory.empty() ? nullptr : &memory};
     SimulationLoop loop;
     std::string error;
     const auto add = [&](std::unique_ptr<SimulatedLine> line) {
@@ -233,9 +256,9 @@ int simulate(const std::string& path, bool withAssignments)
         return error.empty();
     };
     for (std::size_t i = 0; i < simulation.loggers.size(); ++i)
-        if (!add(openLine(simulation.loggers[i], "logger " + std::to_string(i + 1), transcript, error)))
+        if (!add(openLine(simulation.loggers[i], "logger " + std::to_string(i + 1), records, error)))
             return Failed;
-    if (simulation.modem && !add(openModem(*simulation.modem, transcript, error)))
+    if (simulation.modem && !add(openModem(*simulation.modem, records, error)))
         return Failed;
     announce(simulation, loop, withAssignments);
     loop.Run(ending.Get());

@@ -10,7 +10,7 @@ namespace harvelop
 TEST(FailureModes, StandInTheOrderOfTheirEnumeration)
 {
     const auto modes = FailureModes();
-    ASSERT_EQ(modes.size(), static_cast<std::size_t>(Failure::StopsFlow) + 1);
+    ASSERT_EQ(modes.size(), static_cast<std::size_t>(Failure::GarblesRecord) + 1);
     for (std::size_t i = 0; i < modes.size(); ++i) {
         EXPECT_EQ(static_cast<std::size_t>(modes[i].failure), i) << modes[i].name;
         EXPECT_FALSE(modes[i].effect.empty()) << modes[i].name;
