@@ -88,12 +88,14 @@ ProgramMemory::Text ProgramMemory::beginProgram(std::string_view)
     if (m_target != Target::Card) {
         m_target = Target::Memory;
         m_programLines = 0;
+        m_awaitsNumberQuestion = true;
     }
     return std::nullopt;
 }
 
 ProgramMemory::Text ProgramMemory::tellNumber(std::string_view)
 {
+    m_awaitsNumberQuestion = false;
     return m_config.number;
 }
 

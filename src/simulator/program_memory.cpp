@@ -53,7 +53,7 @@ ProgramMemory::Answer ProgramMemory::Take(const std::string& line)
         EndSession();
     if (m_target == Target::Card && line.ends_with(';'))
         return {true, keep(m_memory.cardProgram, std::string_view(line).substr(0, line.size() - 1))};
-    const bool isNumberQuestion = line == NumberQuestion && m_programLines == 0;
+    const bool isNumberQuestion = m_awaitsNumberQuestion && line == NumberQuestion;
     if (m_target == Target::Memory && !isNumberQuestion) {
         const Text complaint = keep(m_memory.program, line);
         if (!complaint)
@@ -119,6 +119,7 @@ std::string ProgramMemory::ErrorText(int code) const
 ProgramMemory::Text ProgramMemory::keep(std::string& program, std::string_view line)
 {
     ++m_programLines;
+    m_awaitsNumberQuestion = false;
     if (m_config.failure == Failure::RejectsLine && m_programLines == m_config.rejectLine)
         return ErrorText(BadLine);
     if (m_config.failure == Failure::RejectsString && m_programLines == m_config.rejectLine)

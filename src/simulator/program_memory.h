@@ -86,7 +86,8 @@ private:
     const bool m_takesFlashByItself; // by its version, for a job that is to run on reset
     LoggerMemory m_memory;
     Target m_target = Target::None;
-    int m_programLines = 0; // received for it, counted from its begin
+    int m_programLines = 0;              // received for it, counted from its begin
+    bool m_awaitsNumberQuestion = false; // once, before the first of them
     std::optional<Job> m_job;
 };
 

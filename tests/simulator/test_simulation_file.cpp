@@ -27,9 +27,13 @@ TEST(SimulationFile, ReadsEveryKey)
         {"name": "gate", "model": "KR200 with a XBM", "series": "2", "version": "7.18", "password": "sesame",
          "lockAfter": 60000, "port": "pty", "com": 3, "link": "/tmp/x/com3", "baud": 14400, "pace": true,
          "delay": 12.5, "chunk": 8, "gap": 40, "noise": 9, "seed": 77, "failure": "SlowBytes", "dropAfter": 6,
-         "late": 7000},
-        {"model": "KR40", "version": "5.06.0001", "serial": "123456", "port": "tcp:4001"}]})");
+         "late": 7000, "lines": "EF", "linesFrom": 2, "rejectLine": 9, "echo": true, "number": "17", "data": true,
+         "card": true, "program": "RA\n\nRB\u00ff\n", "cardProgram": "RC\n", "flash": "\u0000\u0080z"},
+        {"model": "KR40", "version": "5.06.0001", "serial": "123456", "port": "tcp:4001",
+         "jobs": ["*PUMP+", "TANK+", "WELL"]}], "memory": "/tmp/memory", "transcript": "/tmp/transcript"})");
     EXPECT_THAT(file.errors, IsEmpty());
+    EXPECT_EQ(file.memory, "/tmp/memory");
+    EXPECT_EQ(file.transcript, "/tmp/transcript");
     ASSERT_EQ(file.loggers.size(), 2U);
     const LoggerSetup& gate = file.loggers[0];
     EXPECT_EQ(gate.name, "gate");
@@ -51,6 +55,20 @@ TEST(SimulationFile, ReadsEveryKey)
     EXPECT_EQ(gate.logger.failure, Failure::SlowBytes);
     EXPECT_EQ(gate.logger.dropAfterLines, 6);
     EXPECT_EQ(gate.logger.lateMs, 7000);
+    EXPECT_EQ(gate.logger.lines, "EF");
+    EXPECT_EQ(gate.logger.linesFrom, 2);
+    EXPECT_EQ(gate.logger.rejectLine, 9);
+    EXPECT_TRUE(gate.logger.echo);
+    EXPECT_EQ(gate.logger.number, "17");
+    LoggerMemory memory;
+    memory.data = true;
+    memory.card = true;
+    memory.program = "RA\n\nRB\xff\n";
+    memory.cardProgram = "RC\n";
+    memory.flash = std::string("\0\x80z", 3);
+    EXPECT_EQ(gate.logger.memory, memory);
+    const std::vector<Job> jobs{{"PUMP", true, true}, {"TANK", false, true}, {"WELL"}};
+    EXPECT_EQ(file.loggers[1].logger.memory.jobs, jobs);
     EXPECT_EQ(file.loggers[1].logger.serial, "123456");
     EXPECT_EQ(file.loggers[1].tcpPort, 4001);
 }
@@ -145,7 +163,21 @@ TEST(SimulationFile, ValuesOfTheWrongKindOrSizeAreTold)
                                   R"("seed": 0)",
                                   R"("failure": 1)",
                                   R"("dropAfter": 0)",
-                                  R"("late": {})"}) {
+                                  R"("late": {})",
+                                  R"("lines": "\r")",
+                                  R"("linesFrom": 0)",
+                                  R"("rejectLine": "2")",
+                                  R"("echo": 1)",
+                                  R"("number": 1)",
+                                  R"("data": "yes")",
+                                  R"("card": null)",
+                                  R"("program": ["RA"])",
+                                  R"("cardProgram": "\u0100")",
+                                  R"("flash": 7)",
+                                  R"("jobs": "PUMP")",
+                                  R"("jobs": ["PUMP", ""])",
+                                  R"("jobs": ["*+"])",
+                                  R"("jobs": ["a\"b"])"}) {
         const auto faults =
             ReadSimulationFile(R"({"loggers": [{"model": "KR40"}, {"model": "KR40", )" + bad + "}]}").errors;
         const std::string key = bad.substr(0, bad.find(':'));
@@ -161,6 +193,10 @@ TEST(SimulationFile, WhatDoesNotFitTogetherIsTold)
     EXPECT_THAT(faultsOf(R"("model": "KR200", "serial": "123456")"), ElementsAre(HasSubstr("KR4 family only")));
     EXPECT_THAT(faultsOf(R"("model": "KR40", "failure": "RefusesPassword")"),
                 ElementsAre(HasSubstr("needs a \"password\"")));
+    for (const std::string failure : {"IgnoresLines", "RefusesLines"})
+        EXPECT_THAT(faultsOf(R"("model": "KR40", "failure": ")" + failure + '"'),
+                    ElementsAre(HasSubstr("this failure needs \"lines\"")));
+    EXPECT_THAT(faultsOf(R"("model": "KR200", "jobs": ["PUMP"])"), ElementsAre(HasSubstr("KR4 family only")));
     EXPECT_THAT(faultsOf(R"("model": "KR40", "port": "tcp:0", "com": 1)"),
                 ElementsAre(HasSubstr("\"com\" is for a pty")));
     EXPECT_THAT(faultsOf(R"("model": "KR40", "link": "/tmp/a", "port": "tcp:0")"),
@@ -188,8 +224,10 @@ TEST(SimulationFile, NoErrorTellsAPassword)
 TEST(SimulationFile, HelpTellsEveryKey)
 {
     for (const char* key :
-         {"model", "series", "version", "serial", "password", "port", "com",       "link", "baud",      "delay",
-          "chunk", "gap",    "noise",   "seed",   "failure",  "pace", "dropAfter", "late", "lockAfter", "name"})
+         {"model",       "series", "version",   "serial",    "password", "port",   "com",       "link",
+          "baud",        "delay",  "chunk",     "gap",       "noise",    "seed",   "failure",   "pace",
+          "late",        "lines",  "dropAfter", "lockAfter", "program",  "name",   "linesFrom", "echo",
+          "cardProgram", "flash",  "jobs",      "data",      "card",     "number", "rejectLine"})
         EXPECT_THAT(SimulationFileHelp(), HasSubstr("  " + std::string(key) + " "));
 }
 

@@ -217,6 +217,34 @@ TEST_F(Tallysim, TranscriptHoldsWhatPassesAndNoPassword)
     EXPECT_THAT(text, testing::Not(HasSubstr("sesame")));
 }
 
+TEST_F(Tallysim, MemoryFileAlwaysTellsWhatTheLoggersHold)
+{
+    const fs::path path = folder / "memory";
+    const auto held = [&] {
+        std::ifstream file(path);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    const auto places = Simulate(R"({"loggers": [{"model": "KR45", "port": "tcp:0", "jobs": ["*PUMP+"]}],
+        "modem": {"com": 4, "phoneBook": {"555": {"model": "KR200", "card": true, "flash": "\u0000\u00ff"}}},
+        "memory": ")" + path.string() +
+                                 R"("})");
+    ASSERT_EQ(places.size(), 2U) << told << Errors();
+    EXPECT_EQ(held(),
+              "{\"logger 1\":{\"bootstrap\":false,\"card\":false,\"cardProgram\":\"\",\"data\":false,\"flash\":\"\","
+              "\"flashOnReset\":\"Keep\",\"halted\":false,\"jobs\":[{\"current\":true,\"hasData\":true,"
+              "\"name\":\"PUMP\",\"text\":\"\"}],\"program\":\"\",\"resets\":0,\"runOnReset\":\"\"},"
+              "\"number 555\":{\"bootstrap\":false,\"card\":true,\"cardProgram\":\"\",\"data\":false,"
+              "\"flash\":\"\\u0000\xc3\xbf\",\"flashOnReset\":\"Keep\",\"halted\":false,\"jobs\":[],"
+              "\"program\":\"\",\"resets\":0,\"runOnReset\":\"\"}}\n");
+    const auto client = Connect(places.at("TALLYSIM_TCP_1"));
+    Ask(client, "END /E/h/M/U CSCANS CALARMS G\r\n13SV\r\nRA\xff\xc0\r\n\r\nRB\r\n", "RB\r\n");
+    EXPECT_THAT(held(), HasSubstr("\"program\":\"RA\xc3\xbf\xc3\x80\\n\\nRB\\n\""));
+    EXPECT_EQ(Ask(client, Del, Marks), Marks);
+    EXPECT_THAT(Ask(client, "DIRJOBS\r\n", "PUMP\r\n"), HasSubstr("*PUMP"));
+    Ask(client, "H\r\nDELDATA*\r\nDELJOB*\r\n", "done\r\n");
+    EXPECT_THAT(held(), HasSubstr("\"jobs\":[],\"program\":\"RA"));
+}
+
 TEST_F(Tallysim, PasswordIsWantedOverTheLineToo)
 {
     const auto places = Simulate(R"({"loggers": [{"model": "KR23", "com": 3, "baud": 1200, "password": "sesame"}]})");
@@ -285,6 +313,9 @@ TEST_F(Tallysim, APlaceThatCannotBeHadEndsWithOne)
     EXPECT_EQ(End(), 1);
     EXPECT_EQ(Errors(), "tallysim: cannot make the link " + folder.string() + ": File exists\n");
     Start({File(R"({"loggers": [{"model": "KR40"}], "transcript": ")" + folder.string() + R"("})")});
+    EXPECT_EQ(End(), 1);
+    EXPECT_EQ(Errors(), "tallysim: cannot write " + folder.string() + "\n");
+    Start({File(R"({"loggers": [{"model": "KR40"}], "memory": ")" + folder.string() + R"("})")});
     EXPECT_EQ(End(), 1);
     EXPECT_EQ(Errors(), "tallysim: cannot write " + folder.string() + "\n");
 }
