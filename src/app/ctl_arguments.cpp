@@ -15,7 +15,7 @@ namespace
 using Verb = CtlCommand::Verb;
 using Error = ArgumentError;
 
-enum class Takes { Nothing, Number, NumberAndFields, NumberAndText };
+enum class Takes { Nothing, Number, NumberAndFields, NumberAndText, NumberAndFile };
 
 struct VerbRow {
     std::string_view word;
@@ -23,7 +23,7 @@ struct VerbRow {
     Takes takes = Takes::Nothing;
 };
 
-constexpr std::array<VerbRow, 11> Verbs = {{{"find", Verb::Find},
+constexpr std::array<VerbRow, 16> Verbs = {{{"find", Verb::Find},
                                             {"list", Verb::List},
                                             {"show", Verb::Show, Takes::Number},
                                             {"set", Verb::Set, Takes::NumberAndFields},
@@ -33,7 +33,12 @@ constexpr std::array<VerbRow, 11> Verbs = {{{"find", Verb::Find},
                                             {"test", Verb::Test, Takes::Number},
                                             {"connect", Verb::Connect, Takes::Number},
                                             {"send", Verb::Send, Takes::NumberAndText},
-                                            {"terminal", Verb::Terminal, Takes::Number}}};
+                                            {"terminal", Verb::Terminal, Takes::Number},
+                                            {"load", Verb::Load, Takes::NumberAndFile},
+                                            {"jobs", Verb::Jobs, Takes::Number},
+                                            {"clear", Verb::Clear, Takes::Number},
+                                            {"test-smtp", Verb::TestSMTP},
+                                            {"test-ftp", Verb::TestFTP}}};
 
 bool isOption(const std::string& word)
 {
@@ -99,6 +104,14 @@ Error takeTextToSend(const std::vector<std::string>& words, CtlCommand& command)
     return {};
 }
 
+Error takeFile(const std::vector<std::string>& words, CtlCommand& command)
+{
+    if (words.size() != 1 || words[0].empty())
+        return "load wants one FILE";
+    command.file = words[0];
+    return {};
+}
+
 // Only the command's own word is told back: what stands behind it may be somebody's password.
 Error takeWords(const std::vector<std::string>& plain, CtlCommand& command)
 {
@@ -120,7 +133,9 @@ Error takeWords(const std::vector<std::string>& plain, CtlCommand& command)
     const std::vector<std::string> rest(plain.begin() + 2, plain.end());
     if (row->takes == Takes::NumberAndFields)
         return takeFields(rest, command);
-    return row->takes == Takes::NumberAndText ? takeTextToSend(rest, command) : Error();
+    if (row->takes == Takes::NumberAndText)
+        return takeTextToSend(rest, command);
+    return row->takes == Takes::NumberAndFile ? takeFile(rest, command) : Error();
 }
 
 } // namespace
@@ -194,6 +209,18 @@ std::string CtlUsage()
   send N TEXT      send a line to logger N and print its answer; a TEXT that
                    begins with "-" comes behind "--"
   terminal N       send the lines of standard input, print what comes in
+  load N FILE [--card | --flash] [--yes]
+                   send a program to the internal memory of logger N, to its
+                   memory card or to its flash memory
+  jobs N           the jobs of logger N, the running one with a star
+  clear N (--job NAME | --all-jobs | --programs | --card | --flash) [--yes]
+                   delete from logger N: a job or all jobs (models KR4...), the
+                   programs in memory (other models), those on the card or in
+                   flash memory
+                   load and clear ask what the windows ask, such as before data
+                   are lost; --yes answers every question with yes
+  test-smtp, test-ftp
+                   log in to the mail server, the FTP server of options.ini
 
   --dir DIR        the application directory (the current one)
   --help, --version

@@ -20,11 +20,31 @@ struct ListEdit {
 };
 
 struct CtlCommand {
-    enum class Verb { Help, Version, Find, List, Show, Set, Lists, Ports, Add, Test, Connect, Send, Terminal };
+    enum class Verb {
+        Help,
+        Version,
+        Find,
+        List,
+        Show,
+        Set,
+        Lists,
+        Ports,
+        Add,
+        Test,
+        Connect,
+        Send,
+        Terminal,
+        Load,
+        Jobs,
+        Clear,
+        TestSMTP,
+        TestFTP
+    };
+    enum class Target { Memory, Card, Flash, Job };
     Verb verb = Verb::Help;
     std::string directory = ".";         // the application directory
     std::optional<int> port;             // find: this com port only, 1 to 16
-    bool yes = false;                    // find, lists: questions are answered with yes
+    bool yes = false;                    // find, lists, load, clear: questions are answered with yes
     std::optional<std::string> password; // find: the answer to a question for a password; add: the logger's
     bool json = false;                   // list, show, lists
     int number = 0;                      // of the logger, 1 to 50, for all commands that take one
@@ -34,6 +54,9 @@ struct CtlCommand {
     bool deleteAll = false;              // lists: of all schedules, with their descriptions
     AddValues logger;                    // add: what the dialog's controls would hold
     std::string text;                    // send: one line; may be empty
+    std::string file;                    // load: as it was named
+    Target target = Target::Memory;      // load: where to; clear: what
+    std::string job;                     // clear a job: its name without star and blanks, or what stands for all
 };
 
 // The command, or in one line what is wrong with the words. Behind "--" no word is an option.

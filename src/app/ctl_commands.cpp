@@ -5,6 +5,8 @@
 #include "app/ctl_lists.h"
 #include "app/ctl_loggers.h"
 #include "app/ctl_output.h"
+#include "app/ctl_programs.h"
+#include "app/ctl_servers.h"
 #include "app/ctl_talk.h"
 #include "app/start_up.h"
 #include "identify/headless_panel.h"
@@ -99,6 +101,16 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
         return SendLine(program, console, command, out);
     case CtlCommand::Verb::Terminal:
         return input ? TalkToLogger(program, console, command, out, *input) : CtlUsageError;
+    case CtlCommand::Verb::Load:
+        return LoadFile(program, console, command);
+    case CtlCommand::Verb::Jobs:
+        return ListJobs(program, console, command, out);
+    case CtlCommand::Verb::Clear:
+        return ClearLogger(program, console, command);
+    case CtlCommand::Verb::TestSMTP:
+        return TestSMTPLogin(program, console);
+    case CtlCommand::Verb::TestFTP:
+        return TestFTPLogin(program, console);
     case CtlCommand::Verb::Help:
         out << CtlUsage();
         return CtlDone;
@@ -112,7 +124,8 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
 bool ReachesLoggers(CtlCommand::Verb verb)
 {
     using enum CtlCommand::Verb;
-    constexpr std::array<CtlCommand::Verb, 5> Reaching = {Find, Test, Connect, Send, Terminal};
+    constexpr std::array<CtlCommand::Verb, 10> Reaching = {Find, Test, Connect, Send,     Terminal,
+                                                           Load, Jobs, Clear,   TestSMTP, TestFTP};
     return std::find(Reaching.begin(), Reaching.end(), verb) != Reaching.end();
 }
 

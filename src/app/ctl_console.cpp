@@ -1,5 +1,6 @@
 #include "app/ctl_console.h"
 
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <termios.h>
@@ -11,11 +12,12 @@ namespace harvelop
 namespace
 {
 
-// Without the blanks around it, which are for windows.
-std::string trimmed(const std::string& text)
+// Without the blanks around it, which are for windows, as are the ends of its lines.
+std::string trimmed(std::string text)
 {
-    const size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
+    std::ranges::replace(text, '\r', '\n');
+    const size_t first = text.find_first_not_of(" \n");
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \n") - first + 1);
 }
 
 // While it lives the terminal does not show what is typed, and an interrupt ends the reading instead of the program, so

@@ -57,20 +57,21 @@ private:
 class ConsoleDialogs : public Dialogs
 {
 public:
-    ConsoleDialogs(Console& console, bool yes, std::optional<std::string> password)
-        : m_console(console), m_yes(yes), m_password(std::move(password))
+    ConsoleDialogs(Console& console, bool yes, std::optional<std::string> password, std::string file = {})
+        : m_console(console), m_yes(yes), m_password(std::move(password)), m_file(std::move(file))
     {
     }
     BoxAnswer Show(const Box& box) override;
     std::string AskPassword(const std::string& text, const std::string& title) override;
-    // No command lets anybody choose: files and folders are told on the command line.
+    // No command lets anybody choose: a file is named on the command line, a folder nowhere.
     std::string BrowseFolder(const std::string&, const std::string&) override { return {}; }
-    std::string OpenFile(const std::string&, const std::string&) override { return {}; }
+    std::string OpenFile(const std::string&, const std::string&) override { return m_file; }
 
 private:
     Console& m_console;
     bool m_yes;
     std::optional<std::string> m_password;
+    std::string m_file;
 };
 
 } // namespace harvelop

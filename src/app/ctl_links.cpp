@@ -133,9 +133,26 @@ int ReachLogger(Program& program, Console& console, const CtlCommand& command)
     const bool reached = p.link.LinkConnected;
     p.connecting.ReleaseLink();
     console.EndProgressLine();
-    if (!reached)
-        console.Line("Logger " + std::to_string(command.number) + " was not reached.");
-    return reached ? CtlDone : CtlFailed;
+    return reached ? CtlDone : NotReached(console, command.number);
+}
+
+bool LinkStands(Program& program)
+{
+    const LinkState& link = program.link;
+    return link.LinkMode == "Ethernet" ? link.EthernetConnected
+                                       : link.LinkMode == "ComPort" && program.rs232.MSComm1.PortOpen();
+}
+
+int NotReached(Console& console, int number)
+{
+    console.Line("Logger " + std::to_string(number) + " was not reached.");
+    return CtlFailed;
+}
+
+int LinkLost(Console& console, int number)
+{
+    console.Line("The link to logger " + std::to_string(number) + " is lost.");
+    return CtlFailed;
 }
 
 } // namespace harvelop

@@ -24,4 +24,11 @@ int ReachLogger(Program& program, Console& console, const CtlCommand& command);
 // Makes the stored logger the one in work, with the options loaded. False, and told, if that can't be.
 bool TakeLogger(Program& program, Console& console, int number);
 
+// The link to the logger in work, right or wrong, is open and has not been lost.
+bool LinkStands(Program& program);
+
+// Tell what became of the link; give the exit code.
+int NotReached(Console& console, int number);
+int LinkLost(Console& console, int number);
+
 } // namespace harvelop

@@ -3,6 +3,7 @@
 #include "core/text_lines.h"
 #include "core/text_numbers.h"
 #include "links/link_state.h"
+#include "loading/clearing.h"
 
 #include <algorithm>
 #include <array>
@@ -118,6 +119,30 @@ Error takeHost(CtlCommand& command, const std::string& value)
                                                         : Error("--tcp wants HOST:PORT, with a port from 1 to 65535");
 }
 
+template <CtlCommand::Target target> Error aim(CtlCommand& command, const std::string&)
+{
+    command.target = target;
+    return {};
+}
+
+constexpr const char* AllJobs = "DIRJOBS"; // stands for all jobs in a logger's list
+
+Error aimAtJobs(CtlCommand& command, const std::string&)
+{
+    command.job = AllJobs;
+    return aim<CtlCommand::Target::Job>(command, {});
+}
+
+Error aimAtJob(CtlCommand& command, const std::string& value)
+{
+    if (!command.job.empty() && command.job != AllJobs)
+        return "--job wants one job";
+    command.job = PlainJobName(value);
+    if (command.job == AllJobs)
+        return "--job DIRJOBS would be all jobs; --all-jobs deletes them";
+    return command.job.empty() ? Error("--job wants a job's name") : aim<CtlCommand::Target::Job>(command, {});
+}
+
 std::vector<CtlOption> addOptions()
 {
     const std::vector<Verb> add = {Verb::Add};
@@ -157,7 +182,7 @@ std::vector<CtlOption> allOptions()
              return command.port ? Error() : Error("--port wants a number from 1 to 16");
          }},
         {"--all", {Verb::Find}, false, [](CtlCommand&, const std::string&) { return Error(); }},
-        {"--yes", {Verb::Find, Verb::Lists}, false, setFlag<&CtlCommand::yes>},
+        {"--yes", {Verb::Find, Verb::Lists, Verb::Load, Verb::Clear}, false, setFlag<&CtlCommand::yes>},
         {"--password", {Verb::Find, Verb::Add}, true, takeText<&CtlCommand::password>},
         {"--json", {Verb::List, Verb::Show, Verb::Lists}, false, setFlag<&CtlCommand::json>},
         {"--schedule", {Verb::Lists}, true, takeText<&CtlCommand::schedule>},
@@ -166,6 +191,11 @@ std::vector<CtlOption> allOptions()
         {"--remove", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Remove>},
         {"--clear", {Verb::Lists}, false, addListEdit<ListEdit::Kind::Clear>},
         {"--delete-all", {Verb::Lists}, false, setFlag<&CtlCommand::deleteAll>},
+        {"--job", {Verb::Clear}, true, aimAtJob},
+        {"--all-jobs", {Verb::Clear}, false, aimAtJobs},
+        {"--programs", {Verb::Clear}, false, aim<CtlCommand::Target::Memory>},
+        {"--card", {Verb::Load, Verb::Clear}, false, aim<CtlCommand::Target::Card>},
+        {"--flash", {Verb::Load, Verb::Clear}, false, aim<CtlCommand::Target::Flash>},
     };
     const std::vector<CtlOption> add = addOptions();
     rows.insert(rows.end(), add.begin(), add.end());
@@ -179,6 +209,17 @@ Error wrongLists(const CtlCommand& command)
     if (command.json && !command.listEdits.empty())
         return "--json shows the lists and goes with no change of them";
     return {};
+}
+
+template <typename Has> Error wrongTarget(const CtlCommand& command, Has has)
+{
+    constexpr std::array<std::string_view, 5> Targets = {"--job", "--all-jobs", "--programs", "--card", "--flash"};
+    const auto first = std::find_if(Targets.begin(), Targets.end(), has);
+    if (first == Targets.end())
+        return command.verb == Verb::Clear ? "clear wants one of --job, --all-jobs, --programs, --card, --flash" : "";
+    const auto second = std::find_if(std::next(first), Targets.end(), has);
+    return second == Targets.end() ? Error()
+                                   : std::string(*first) + " and " + std::string(*second) + " exclude each other";
 }
 
 template <typename Has> Error wrongAdd(const CtlCommand& command, const std::vector<const CtlOption*>& used, Has has)
@@ -226,6 +267,8 @@ Error WrongTogether(const CtlCommand& command, const std::string& verb, const st
             return std::string(option->word) + " does not go with " + verb;
     if (has("--all") && command.port)
         return "--all and --port exclude each other";
+    if (const Error error = wrongTarget(command, has); !error.empty())
+        return error;
     return command.verb == Verb::Add ? wrongAdd(command, used, has) : wrongLists(command);
 }
 

@@ -73,28 +73,16 @@ private:
     std::string m_held;
 };
 
-bool linkStands(Program& p)
-{
-    return p.link.LinkMode == "Ethernet" ? p.link.EthernetConnected
-                                         : p.link.LinkMode == "ComPort" && p.rs232.MSComm1.PortOpen();
-}
-
 // Until nothing has come for a second.
 void awaitSilence(Program& p, const Pane& pane)
 {
     const size_t before = pane.Taken();
-    for (int seconds = 0; seconds < LongestAnswerS && linkStands(p) && !p.end.Ended(); ++seconds) {
+    for (int seconds = 0; seconds < LongestAnswerS && LinkStands(p) && !p.end.Ended(); ++seconds) {
         const size_t seen = pane.Taken();
         p.waiting.WaitMs(1000);
         if (pane.Taken() == seen || pane.Taken() - before > LongestAnswer)
             return;
     }
-}
-
-int lost(Console& console, int number)
-{
-    console.Line("The link to logger " + std::to_string(number) + " is lost.");
-    return CtlFailed;
 }
 
 // Sends the text and takes the answer.
@@ -110,12 +98,12 @@ int exchange(Program& p, Console& console, const CtlCommand& command, std::ostre
     std::string_view line;
     while (lines.Next(line))
         out << Printable(line, "\t") << "\n";
-    return linkStands(p) ? CtlDone : lost(console, command.number);
+    return LinkStands(p) ? CtlDone : LinkLost(console, command.number);
 }
 
 void talk(Program& p, const Pane& pane, LineInput& input)
 {
-    while (linkStands(p) && p.state.TerminalOpen && pane.CanPrint() && !p.end.Ended()) {
+    while (LinkStands(p) && p.state.TerminalOpen && pane.CanPrint() && !p.end.Ended()) {
         if (const auto line = input.NextLine()) {
             p.exchange.SendToLogger(*line);
             p.waiting.WaitMs(BetweenLinesMs);
@@ -135,12 +123,10 @@ int talkOnPane(Program& p, Console& console, const CtlCommand& command, std::ost
     p.state.QuietConnect = false;
     console.EndProgressLine();
     const int code = p.link.LinkConnected ? CtlDone : CtlFailed;
-    if (!linkStands(p)) {
-        console.Line("Logger " + std::to_string(command.number) + " was not reached.");
-        return CtlFailed;
-    }
+    if (!LinkStands(p))
+        return NotReached(console, command.number);
     talk(p, pane, input);
-    return linkStands(p) || p.end.Ended() ? code : lost(console, command.number);
+    return LinkStands(p) || p.end.Ended() ? code : LinkLost(console, command.number);
 }
 
 } // namespace
@@ -155,13 +141,13 @@ int SendLine(Program& program, Console& console, const CtlCommand& command, std:
     p.connecting.ConnectLogger(command.number);
     int code = CtlFailed;
     if (!p.link.LinkConnected) {
-        console.Line("Logger " + std::to_string(command.number) + " was not reached.");
+        NotReached(console, command.number);
     } else if (command.text.empty()) {
         code = CtlDone;
     } else {
         p.progress.ShowProgressText(p.language.Text(302) + " ...");
         p.waiting.WaitMs(1000);
-        code = linkStands(p) ? exchange(p, console, command, out) : lost(console, command.number);
+        code = LinkStands(p) ? exchange(p, console, command, out) : LinkLost(console, command.number);
         if (code == CtlDone)
             p.progress.ShowProgressText(p.language.Text(303));
     }

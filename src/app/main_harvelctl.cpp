@@ -14,6 +14,7 @@
 #include <QFileInfo>
 
 #include <csignal>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <unistd.h>
@@ -27,7 +28,10 @@ int main(int argc, char** argv)
         std::cerr << "harvelctl: " << *error << "\nTry 'harvelctl --help'.\n";
         return CtlUsageError;
     }
-    const CtlCommand& command = *std::get_if<CtlCommand>(&parsed);
+    CtlCommand command = *std::get_if<CtlCommand>(&parsed);
+    std::error_code unknown;
+    if (!command.file.empty())
+        command.file = std::filesystem::absolute(command.file, unknown).string();
     const QFileInfo directory(QString::fromStdString(command.directory));
     if (!directory.isDir()) {
         std::cerr << "harvelctl: there is no directory " << command.directory << "\n";
@@ -42,7 +46,7 @@ int main(int argc, char** argv)
     QtSettingsStore settings;
     QtSerialControl serial(settings);
     QtSockets sockets;
-    ConsoleDialogs dialogs(console, command.yes, command.password);
+    ConsoleDialogs dialogs(console, command.yes, command.password, command.file);
     QtDataFiles files;
     QtDesktop desktop;
     Program program({pump, serial, sockets, dialogs, files, settings, desktop});

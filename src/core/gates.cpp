@@ -8,8 +8,11 @@ BoxAnswer GatedDialogs::Show(const Box& box)
     if (!m_end.Ended()) {
         const BoxAnswer answer = m_dialogs.Show(box);
         // The program may have ended while the box stood open; its answer then starts nothing any more.
-        if (!m_end.Ended())
+        if (!m_end.Ended()) {
+            if (OnAnswered)
+                OnAnswered(box, answer);
             return answer;
+        }
     }
     switch (box.buttons) {
     case BoxButtons::Ok:

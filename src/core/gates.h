@@ -5,6 +5,9 @@
 #include "platform/data_files.h"
 #include "platform/dialogs.h"
 
+#include <functional>
+#include <string>
+
 namespace harvelop
 {
 
@@ -17,6 +20,8 @@ public:
     std::string AskPassword(const std::string& text, const std::string& title) override;
     std::string BrowseFolder(const std::string& title, const std::string& startIn) override;
     std::string OpenFile(const std::string& title, const std::string& startIn) override;
+
+    std::function<void(const Box&, BoxAnswer)> OnAnswered; // if set: hears of each box that was shown
 
 private:
     using Question = std::string (Dialogs::*)(const std::string&, const std::string&);

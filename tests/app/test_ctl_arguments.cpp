@@ -203,6 +203,67 @@ TEST(CtlArguments, SendTakesOneTextAndTellsNoneBack)
         EXPECT_EQ(errorOf({verb, "0"}), std::string(verb) + " wants a logger's number, from 1 to 50");
 }
 
+TEST(CtlArguments, LoadTakesAFileAndWhereItGoes)
+{
+    using Target = CtlCommand::Target;
+    const auto memory = commandOf({"load", "7", "a b.cmd", "--yes"});
+    EXPECT_EQ(memory.verb, CtlCommand::Verb::Load);
+    EXPECT_EQ(memory.number, 7);
+    EXPECT_EQ(memory.file, "a b.cmd");
+    EXPECT_EQ(memory.target, Target::Memory);
+    EXPECT_TRUE(memory.yes);
+    EXPECT_EQ(commandOf({"load", "--card", "7", "x"}).target, Target::Card);
+    EXPECT_EQ(commandOf({"load", "7", "x", "--flash"}).target, Target::Flash);
+    EXPECT_EQ(commandOf({"load", "7", "--", "--flash"}).file, "--flash");
+    for (const std::vector<std::string>& rest : {std::vector<std::string>{}, {""}, {"x", "y"}}) {
+        std::vector<std::string> words = {"load", "7"};
+        words.insert(words.end(), rest.begin(), rest.end());
+        EXPECT_EQ(errorOf(words), "load wants one FILE");
+    }
+    EXPECT_EQ(errorOf({"load", "7", "x", "--flash", "--card"}), "--card and --flash exclude each other");
+    EXPECT_EQ(errorOf({"load", "7", "x", "--programs"}), "--programs does not go with load");
+}
+
+TEST(CtlArguments, ClearTakesOneThingToClear)
+{
+    using Target = CtlCommand::Target;
+    EXPECT_EQ(commandOf({"clear", "7", "--programs"}).target, Target::Memory);
+    EXPECT_EQ(commandOf({"clear", "7", "--card", "--yes"}).target, Target::Card);
+    EXPECT_EQ(commandOf({"clear", "7", "--flash"}).target, Target::Flash);
+    const auto all = commandOf({"clear", "7", "--all-jobs"});
+    EXPECT_EQ(all.target, Target::Job);
+    EXPECT_EQ(all.job, "DIRJOBS");
+    EXPECT_EQ(commandOf({"clear", "7", "--job", "*RAIN 2"}).job, "RAIN2");
+    EXPECT_EQ(commandOf({"clear", "7", "--job=FLOW"}).target, Target::Job);
+
+    EXPECT_EQ(errorOf({"clear", "7"}), "clear wants one of --job, --all-jobs, --programs, --card, --flash");
+    EXPECT_EQ(errorOf({"clear", "7", "--yes"}), "clear wants one of --job, --all-jobs, --programs, --card, --flash");
+    EXPECT_EQ(errorOf({"clear", "7", "--flash", "--programs"}), "--programs and --flash exclude each other");
+    for (const std::vector<std::string>& order :
+         {std::vector<std::string>{"--job", "A", "--all-jobs"}, {"--all-jobs", "--job", "A"}}) {
+        std::vector<std::string> words = {"clear", "7"};
+        words.insert(words.end(), order.begin(), order.end());
+        EXPECT_EQ(errorOf(words), "--job and --all-jobs exclude each other");
+    }
+    EXPECT_EQ(errorOf({"clear", "7", "--job", "A", "--job", "B"}), "--job wants one job");
+    for (const char* name : {"", " ", "*"})
+        EXPECT_EQ(errorOf({"clear", "7", "--job", name}), "--job wants a job's name") << name;
+    for (const char* name : {"DIRJOBS", "* DIRJOBS"})
+        EXPECT_EQ(errorOf({"clear", "7", "--job", name}), "--job DIRJOBS would be all jobs; --all-jobs deletes them");
+    EXPECT_EQ(errorOf({"clear", "7", "FLOW", "--flash"}), "there is a word too many behind clear");
+}
+
+TEST(CtlArguments, JobsAndLoginTests)
+{
+    EXPECT_EQ(commandOf({"jobs", "50"}).verb, CtlCommand::Verb::Jobs);
+    EXPECT_EQ(commandOf({"test-smtp"}).verb, CtlCommand::Verb::TestSMTP);
+    EXPECT_EQ(commandOf({"test-ftp"}).verb, CtlCommand::Verb::TestFTP);
+    for (const char* verb : {"load", "jobs", "clear"})
+        EXPECT_EQ(errorOf({verb, "0"}), std::string(verb) + " wants a logger's number, from 1 to 50");
+    EXPECT_EQ(errorOf({"test-ftp", "1"}), "there is a word too many behind test-ftp");
+    EXPECT_EQ(errorOf({"jobs", "1", "--yes"}), "--yes does not go with jobs");
+}
+
 TEST(CtlArguments, WrongWordsAreNamed)
 {
     EXPECT_EQ(errorOf({}), "a command is missing");

@@ -56,6 +56,25 @@ TEST(CtlConsole, ABoxBecomesALineWithItsDetail)
     EXPECT_EQ(err.str(), "Busy.\nIn use by minicom.\n");
 }
 
+TEST(CtlConsole, ALongQuestionKeepsItsLines)
+{
+    std::ostringstream err;
+    Console console(err, false, false);
+    ConsoleDialogs dialogs(console, false, std::nullopt);
+    dialogs.Show({"Caution :\r\r/a/b\r\rYes or No.     ", "", BoxIcon::Information, BoxButtons::YesNo});
+    dialogs.Show({"Failed.     \r\r", "", BoxIcon::Critical});
+    EXPECT_EQ(err.str(), "Caution :\n\n/a/b\n\nYes or No. Not done: nobody to ask, and no --yes.\nFailed.\n");
+}
+
+TEST(CtlConsole, TheFileOfTheCommandLineIsTheOneChosen)
+{
+    std::ostringstream err;
+    Console console(err, false, false);
+    EXPECT_EQ(ConsoleDialogs(console, false, std::nullopt, "/a/b").OpenFile("Choose", "/"), "/a/b");
+    EXPECT_EQ(ConsoleDialogs(console, false, std::nullopt).OpenFile("Choose", "/"), "");
+    EXPECT_EQ(err.str(), "");
+}
+
 TEST(CtlConsole, APasswordComesFromTheOptionAndIsNeverPrinted)
 {
     std::ostringstream err;

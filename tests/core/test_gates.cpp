@@ -52,6 +52,22 @@ TEST(GatedDialogs, AnAnswerGivenAfterTheEndStartsNothing)
     EXPECT_EQ(gate.Show(boxWith(BoxButtons::YesNo)), BoxAnswer::No);
 }
 
+TEST(GatedDialogs, TellsWhatWasAnsweredUntilTheEnd)
+{
+    ScriptedDialogs dialogs;
+    ProgramEnd end;
+    GatedDialogs gate(dialogs, end);
+    std::vector<std::pair<std::string, BoxAnswer>> heard;
+    gate.OnAnswered = [&](const Box& box, BoxAnswer answer) { heard.emplace_back(box.text, answer); };
+    dialogs.Expect(BoxAnswer::Yes);
+    gate.Show({"first", "", BoxIcon::Question, BoxButtons::YesNo});
+    dialogs.Expect(BoxAnswer::Yes);
+    dialogs.whileShown = [&] { end.EndProgram(); };
+    gate.Show({"second", "", BoxIcon::Question, BoxButtons::YesNo});
+    gate.Show({"third", "", BoxIcon::Question, BoxButtons::YesNo});
+    EXPECT_EQ(heard, (decltype(heard){{"first", BoxAnswer::Yes}}));
+}
+
 TEST(GatedDialogs, APasswordGivenAfterTheEndIsEmpty)
 {
     ScriptedDialogs dialogs;
