@@ -14,7 +14,8 @@ void UnloadTaskbar(Program& program)
     };
     listen(0);
     program.waiting.WaitMs(500);
-    program.exchange.SendToLogger("Q /H/r\r\n");
+    if (!program.link.LoginTest) // a server is told nothing
+        program.exchange.SendToLogger("Q /H/r\r\n");
     program.waiting.WaitMs(500);
     listen(1);
     program.ethernet.CloseEthernet();

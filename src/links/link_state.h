@@ -33,6 +33,7 @@ struct LinkState {
     std::string IPPort;             // decimal
     std::string IPProtocol;         // "TCP" or "UDP"
     bool EthernetConnected = false; // the connection stands
+    bool LoginTest = false;         // a login test runs: the link is a server's, not a logger's
     bool UdpOpen = false;           // the latest opening was a "UDP" one, and is not closed yet
 
     // The exchange.

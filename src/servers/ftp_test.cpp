@@ -7,7 +7,7 @@ void FTPTest::TestByUser()
 {
     FTPTestByUser = true;
     PrepareFTPTest();
-    const double before = m_use.link.DefaultTimeout;
+    const std::int16_t before = LoginSession::Kept(m_use.link.DefaultTimeout);
     m_use.link.DefaultTimeout = FTPTimeoutMs;
     RunFTPTest();
     m_use.link.DefaultTimeout = before;
@@ -15,7 +15,8 @@ void FTPTest::TestByUser()
 
 void FTPTest::PrepareFTPTest()
 {
-    m_use.link.LinkMode = "Ethernet";
+    m_session.Begin();
+    FTPFailureCount = 0;
     FTPTimeoutMs = LoginSession::Milliseconds(m_use.options.FTPTimeout);
 }
 
@@ -23,6 +24,7 @@ void FTPTest::RunFTPTest()
 {
     session();
     DisconnectFTP();
+    m_session.End();
 }
 
 void FTPTest::session()
@@ -65,6 +67,7 @@ void FTPTest::session()
 // Ends the link too; that the end of the test does so once more is meant.
 void FTPTest::ReportFTPFailure(const std::string& text)
 {
+    ++FTPFailureCount;
     m_use.use.progress.HideMessageForm();
     m_use.use.dialogs.Show({text + ".    ", FTPTestByUser ? " " + m_use.use.language.Text(571) : " tallyCore : Harvel",
                             BoxIcon::Critical});

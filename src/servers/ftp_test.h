@@ -5,6 +5,7 @@
 #include "servers/login_session.h"
 #include "servers/server_services.h"
 
+#include <cstdint>
 #include <string>
 
 namespace harvelop
@@ -19,9 +20,12 @@ public:
     // Nothing is told of a test that the user gives up.
     void TestByUser();
 
-private:
+    // Its two parts. The second is the whole test, within `DefaultTimeout` for each answer; not by the user its box of
+    // a failure has another title.
     void PrepareFTPTest();
     void RunFTPTest();
+
+private:
     void session();
     void ReportFTPFailure(const std::string& text);
     void DisconnectFTP();
@@ -29,6 +33,7 @@ private:
     ServerServices m_use;
     LoginSession m_session;
     bool FTPTestByUser = false;
+    std::int16_t FTPFailureCount = 0; // failures told in this test; nothing reads it
     double FTPTimeoutMs = 0;
 };
 

@@ -2,8 +2,23 @@
 
 #include "core/text_numbers.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace harvelop
 {
+
+void LoginSession::Begin()
+{
+    m_use.link.LinkMode = "Ethernet";
+    m_use.link.LoginTest = true;
+}
+
+bool LoginSession::GivenUp() const
+{
+    return m_use.state.AbortWait || m_use.state.StopLinkWork || m_use.use.waiting.Ended();
+}
 
 void LoginSession::Connect(const std::string& server, const std::string& port)
 {
@@ -39,6 +54,12 @@ double LoginSession::Milliseconds(std::string_view seconds)
 {
     constexpr double PerSecond = 1000;
     return ToDouble(seconds).value_or(0) * PerSecond;
+}
+
+std::int16_t LoginSession::Kept(double milliseconds)
+{
+    using Limits = std::numeric_limits<std::int16_t>;
+    return static_cast<std::int16_t>(std::clamp<double>(std::trunc(milliseconds), Limits::min(), Limits::max()));
 }
 
 } // namespace harvelop

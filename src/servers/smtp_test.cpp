@@ -29,10 +29,11 @@ void SMTPTest::RunSMTPTest()
     if (m_session.GivenUp())
         return;
     LinkState& link = m_use.link;
-    link.LinkMode = "Ethernet";
+    const double SMTPTimeoutMs = LoginSession::Milliseconds(m_use.options.SMTPTimeout);
+    m_session.Begin();
     SMTPFailureCount = 0;
-    SMTPSavedTimeout = static_cast<std::int16_t>(link.DefaultTimeout);
-    link.DefaultTimeout = LoginSession::Milliseconds(m_use.options.SMTPTimeout);
+    SMTPSavedTimeout = LoginSession::Kept(link.DefaultTimeout);
+    link.DefaultTimeout = SMTPTimeoutMs;
     session();
     SMTPTestByUser = false;
     link.DefaultTimeout = AfterwardsMs;
@@ -40,6 +41,7 @@ void SMTPTest::RunSMTPTest()
         m_session.Close();
     m_session.RestoreCaption();
     link.LinkMode = "None"; // a socket that stays open after a failure is no link to a logger
+    m_session.End();
 }
 
 void SMTPTest::session()
@@ -100,11 +102,13 @@ bool SMTPTest::logIn()
         showStep(381, " ...");
         return false;
     }
+    const std::string SMTPUserBase64 = EncodeBase64(options.SMTPUserName);
+    const std::string SMTPPasswordBase64 = EncodeBase64(options.SMTPPassword);
     // The name always gets one "=", the password never: meant. The password goes out even if the name was refused.
-    const bool nameTaken = m_session.Ask(EncodeBase64(options.SMTPUserName) + "=", "334 UGFzc3dvcmQ6");
+    const bool nameTaken = m_session.Ask(SMTPUserBase64 + "=", "334 UGFzc3dvcmQ6");
     if (m_session.GivenUp())
         return false;
-    const bool passwordTaken = m_session.Ask(EncodeBase64(options.SMTPPassword), "235");
+    const bool passwordTaken = m_session.Ask(SMTPPasswordBase64, "235");
     if (m_session.GivenUp())
         return false;
     if (nameTaken && passwordTaken) {

@@ -21,8 +21,10 @@ public:
     // no longer the link.
     void TestByUser();
 
-private:
+    // The whole test. Not by the user it tells no steps and no success, and leaves the socket of a good one, too.
     void RunSMTPTest();
+
+private:
     void session();
     bool logIn();
     void ReportSMTPFailure(const std::string& text);

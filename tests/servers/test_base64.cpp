@@ -26,9 +26,11 @@ TEST(Base64, WorksOnBytes)
 
 TEST(Base64, FiftyCharactersComeOutAtMost)
 {
+    EXPECT_EQ(EncodeBase64(std::string(36, 'a')).size(), 48u);
     EXPECT_EQ(EncodeBase64(std::string(37, 'a')).size(), 50u);
-    EXPECT_EQ(EncodeBase64(std::string(38, 'a')), EncodeBase64(std::string(37, 'a') + "z"));
-    EXPECT_EQ(EncodeBase64(std::string(1000, 'a')).size(), 50u);
+    EXPECT_EQ(EncodeBase64(std::string(38, 'a')), "YWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYWFhYW");
+    EXPECT_EQ(EncodeBase64(std::string(38, 'a') + "z"), EncodeBase64(std::string(38, 'a')));
+    EXPECT_EQ(EncodeBase64(std::string(1000, 'a')), EncodeBase64(std::string(38, 'a')));
 }
 
 } // namespace harvelop

@@ -40,12 +40,17 @@ public:
         changes.emplace_back(std::string(control), enabled);
     }
     void SetFormEnabled(bool enabled) override { formEnabled = enabled; }
-    void SetCaption(const std::string& text) override { caption = text; }
+    void SetCaption(const std::string& text) override
+    {
+        caption = text;
+        captions.push_back(text);
+    }
     void FocusOk() override { ++okFocused; }
 
     std::vector<std::pair<std::string, bool>> changes; // controls enabled and disabled, in order
     bool formEnabled = true;
     std::string caption;
+    std::vector<std::string> captions;
     int okFocused = 0;
 };
 

@@ -26,6 +26,7 @@ public:
     struct Place {
         std::shared_ptr<SimulatedDevice> device{}; // none: accepts and is silent
         bool answers = true;                       // false: neither accepts nor refuses
+        bool atOnce = false;                       // the connection stands before its event comes
     };
 
     void Plug(const std::string& host, int port, std::shared_ptr<SimulatedDevice> device)
@@ -65,8 +66,11 @@ public:
             return;
         const bool there = found != m_sockets.places.end();
         m_device = there ? found->second.device : nullptr;
+        if (there && found->second.atOnce)
+            m_state = Condition::Connected;
         later(1, [this, there] {
             m_state = there ? Condition::Connected : Condition::Closed;
+            later(0, [this] { serve(); }); // a server speaks first
             if (there && OnConnect)
                 OnConnect();
             else if (!there && OnError)
