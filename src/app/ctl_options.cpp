@@ -267,7 +267,7 @@ Error WrongTogether(const CtlCommand& command, const std::string& verb, const st
             return std::string(option->word) + " does not go with " + verb;
     if (has("--all") && command.port)
         return "--all and --port exclude each other";
-    if (const Error error = wrongTarget(command, has); !error.empty())
+    if (Error error = wrongTarget(command, has); !error.empty())
         return error;
     return command.verb == Verb::Add ? wrongAdd(command, used, has) : wrongLists(command);
 }
