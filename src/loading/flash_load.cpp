@@ -47,7 +47,9 @@ void FlashLoading::CleanProgramFile()
         files.Remove(pathOf("temp"));
     else
         program = CleanProgram(chosen.text, loading.CleanedProgramSize);
-    const bool cleaned = program && files.Replace(pathOf("temp"), *program);
+    const bool cleaned =
+        program && files.Replace(pathOf("cleantemp"), *program) && files.Replace(pathOf("temp"), *program);
+    files.Remove(pathOf("cleantemp"));
     if (cleaned)
         loading.ProgramFileName = "temp";
     else
@@ -123,13 +125,10 @@ bool FlashLoading::confirmed(bool kr4)
     return false;
 }
 
-// None if the file can't be read.
-std::optional<std::string> FlashLoading::readForSending(const std::string& path)
+// Makes the file's size the bar's range; 0 if it can't be read.
+void FlashLoading::setRange(const std::string& path)
 {
-    FileText file = m_use.files.Read(path);
-    if (file.state != FileState::Read)
-        return std::nullopt;
-    return std::move(file.text);
+    m_use.use.progress.SetProgressRange(ProgramFileBytes(m_use.files.Read(path).text).value_or(0));
 }
 
 // To the bootstrap monitor of an older logger. Only the last answer decides what the user is told: meant. False if
@@ -139,16 +138,16 @@ bool FlashLoading::sendImage()
     CommandExchange& exchange = m_use.exchange;
     const LanguageTables& language = m_use.use.language;
     const std::string logger = " " + m_use.link.LinkDescription;
-    const auto records = readForSending(pathOf("temp.sre"));
-    m_use.use.progress.SetProgressRange(ProgramFileBytes(records.value_or("")).value_or(0));
+    setRange(pathOf("temp.sre"));
     SendAndWaitAfresh(m_use, Bootstrap, ReplyTo("Bootstrap mode", 2));
     ShowStepFor(m_use, StepMs, 353, " ...");
     SendAndWaitAfresh(m_use, "EF 60000,1", {"Erasing FLASH memory", 1, "Erase successful\r", 1});
     ShowStepFor(m_use, StepMs, 354);
     ShowStepFor(m_use, StepMs, 355, logger);
-    if (!records)
+    const FileText records = m_use.files.Read(pathOf("temp.sre"));
+    if (records.state != FileState::Read)
         return false;
-    LineReader lines(*records);
+    LineReader lines(records.text);
     for (std::string_view line; !m_use.end.Ended() && lines.Next(line);) {
         exchange.SendToLogger(std::string(line));
         m_use.use.progress.StepProgress(static_cast<int>(line.size()));
@@ -172,12 +171,12 @@ bool FlashLoading::sendText()
 {
     CommandExchange& exchange = m_use.exchange;
     const std::string logger = " " + m_use.link.LinkDescription;
-    const auto text = readForSending(m_use.loading.ProgramFileName);
-    m_use.use.progress.SetProgressRange(ProgramFileBytes(text.value_or("")).value_or(0));
+    setRange(m_use.loading.ProgramFileName);
     ShowStepFor(m_use, StepMs, 361, logger);
-    if (!text)
+    const FileText program = m_use.files.Read(m_use.loading.ProgramFileName);
+    if (program.state != FileState::Read)
         return false;
-    const std::string job = sendLinesToJob(*text);
+    const std::string job = sendLinesToJob(program.text);
     exchange.SendToLogger("H");
     m_use.use.waiting.WaitMs(1000);
     SendAndWaitAfresh(m_use, "RUNJOBONRESET\"" + job + "\"", ReplyTo("RUNJOBONRESET"));
@@ -195,16 +194,16 @@ bool FlashLoading::sendText()
     return true;
 }
 
-// Gives the name of the job. The fourth blank line, wherever it stands, ends the program.
+// Gives the name of the job, which may be empty. The fourth blank line, wherever it stands, ends the program.
 std::string FlashLoading::sendLinesToJob(const std::string& text)
 {
     constexpr int BlankLines = 3;
-    std::string job;
+    std::optional<std::string> job;
     int blanks = 0;
     m_use.use.progress.ClearBar();
     LineReader lines(text);
     for (std::string_view line; !m_use.end.Ended() && lines.Next(line);) {
-        if (job.empty())
+        if (!job)
             job = JobNameOf(line);
         if (line.empty() && ++blanks > BlankLines)
             break;
@@ -212,7 +211,7 @@ std::string FlashLoading::sendLinesToJob(const std::string& text)
         m_use.use.progress.StepProgress(static_cast<int>(line.size()));
     }
     m_use.use.progress.ResetProgress();
-    return job;
+    return job.value_or("");
 }
 
 void FlashLoading::offerReset()

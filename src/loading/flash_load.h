@@ -4,7 +4,6 @@
 #include "loading/loading_services.h"
 #include "loading/program_load.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,8 +11,9 @@ namespace harvelop
 {
 
 // An older logger gets an image of the cleaned program, which three converters in the application directory make; they
-// are started one after the other, and nobody waits for their end or looks at what came of it: meant. A logger of the
-// KR4 family gets the text as it stands.
+// are started one after the other, and nobody waits for their end or looks at what came of it: meant. A file is read as
+// its first line goes out, so one that a slow converter has made by then is the one that is sent. A logger of the KR4
+// family gets the text as it stands.
 class FlashLoading
 {
 public:
@@ -32,11 +32,11 @@ private:
     void SendFlashRecords();
 
     bool confirmed(bool kr4);
+    void setRange(const std::string& path);
     bool sendImage();
     bool sendText();
     std::string sendLinesToJob(const std::string& text);
     void offerReset();
-    std::optional<std::string> readForSending(const std::string& path);
     void runConverter(const std::string& name, const std::vector<std::string>& arguments, int fault);
     void tellFault();
     std::string pathOf(const char* file) const { return m_use.state.AppPath + file; }

@@ -17,11 +17,11 @@ std::string TooLargeText(const LanguageTables& language, const std::string& file
     return language.Text(643) + ".     \rThe size of " + file + " " + language.Text(644) + ".     ";
 }
 
-std::string JobNameOf(std::string_view line)
+std::optional<std::string> JobNameOf(std::string_view line)
 {
-    std::string name;
     if (!Holds(line, "BEGIN\""))
-        return name;
+        return std::nullopt;
+    std::string name;
     for (size_t open = line.find('"'); open != std::string_view::npos;) {
         const size_t close = line.find('"', open + 1);
         name += line.substr(open + 1, close - open - 1);

@@ -3,6 +3,7 @@
 
 #include "settings/language_tables.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,9 +16,9 @@ std::string FlashCaution(const LanguageTables& language, bool kr4, const std::st
 // Tells that a program is larger than flash memory.
 std::string TooLargeText(const LanguageTables& language, const std::string& file);
 
-// The job that a program line begins: all that stands in double quotes, taken in pairs, if the line holds BEGIN with
-// a double quote behind it; otherwise empty.
-std::string JobNameOf(std::string_view line);
+// The job that a program line begins: all that stands in double quotes, taken in pairs; it may be empty. None if the
+// line does not hold BEGIN with a double quote behind it.
+std::optional<std::string> JobNameOf(std::string_view line);
 
 // By its version a logger of the KR4 family must be told to take what was sent into flash memory. A version that does
 // not begin with a digit counts as 0.

@@ -4,7 +4,7 @@
 #include "platform/desktop.h"
 #include "platform/settings_store.h"
 
-#include <map>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -29,7 +29,7 @@ public:
                       const std::string& workingDirectory) override
     {
         started.push_back({path, arguments, workingDirectory});
-        return starts;
+        return start ? start(started.back()) : starts;
     }
     std::string ProgramOnPath(const std::string& name) const override
     {
@@ -48,7 +48,8 @@ public:
     }
 
     std::string currentDirectory = "/home/user/loggers";
-    bool starts = true; // what the calls give
+    bool starts = true;                        // what the calls give
+    std::function<bool(const Started&)> start; // if set, what starting a program does and gives
     std::map<std::string, std::string> onPath; // programs on the user's PATH, by name
     std::vector<Started> started;
     std::vector<std::string> shown;
