@@ -88,8 +88,9 @@ MessageForm* DesktopProgram::loadMessages()
 
 JobForm* DesktopProgram::loadJobs()
 {
+    auto* panel = dynamic_cast<QWidget*>(heart.panels.At(heart.state.CurrentLogger));
     m_jobs = std::make_unique<frmDelJob>(
-        DelJobServices{heart.progress, heart.language, heart.loading, heart.link.LinkDescription});
+        DelJobServices{heart.progress, heart.language, heart.loading, heart.link.LinkDescription, panel});
     return m_jobs.get();
 }
 

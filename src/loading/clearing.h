@@ -60,7 +60,7 @@ std::vector<std::string> JobNames(std::string_view listing);
 // A job's name without the star of the running job, and without blanks.
 std::string PlainJobName(std::string_view name);
 
-// What the job chooser explains.
-std::string JobInstructions(const LanguageTables& language, const std::string& logger);
+// What the job chooser explains, in texts by number.
+LangPieces JobInstructions(const std::string& logger);
 
 } // namespace harvelop

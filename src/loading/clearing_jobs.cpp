@@ -14,6 +14,7 @@ namespace
 
 constexpr const char* AllJobs = "DIRJOBS"; // in the list of jobs it stands for all of them
 constexpr int MaxJobs = 1000;
+constexpr int BarSteps = 10;
 
 std::string quoted(const std::string& command, const std::string& job)
 {
@@ -44,9 +45,9 @@ std::vector<std::string> JobNames(std::string_view listing)
     return names;
 }
 
-std::string JobInstructions(const LanguageTables& language, const std::string& logger)
+LangPieces JobInstructions(const std::string& logger)
 {
-    return language.Text(151) + " " + logger + ". " + language.Text(152) + ". \r\r" + language.Text(153) + ".";
+    return {{151, " " + logger + ". "}, {152, ". \r\r"}, {153, "."}};
 }
 
 bool Clearing::allJobs() const
@@ -109,9 +110,11 @@ void Clearing::GetJobList()
 // Until the chooser is answered. One that is closed in another way leaves no answer, not that of a former one.
 void Clearing::chooseJob()
 {
-    constexpr double LookMs = 100;
+    constexpr double LongestLookMs = 1000;
     LoadingState& loading = m_use.loading;
     loading.JobDeleteConfirmed = false;
+    if (m_use.end.Ended())
+        return;
     std::vector<std::string> jobs;
     for (int entry = 1; entry <= MaxJobs && !loading.JobList.Get(entry).empty(); ++entry)
         jobs.push_back(loading.JobList.Get(entry));
@@ -122,7 +125,7 @@ void Clearing::chooseJob()
         return;
     form->Show(jobs);
     while (form->IsVisible() && !m_use.end.Ended())
-        m_use.use.waiting.WaitMs(LookMs);
+        m_use.use.waiting.ServeFor(LongestLookMs);
 }
 
 void Clearing::DeleteChosenJob()
@@ -158,6 +161,7 @@ void Clearing::tellDeleted()
     const std::string& job = m_use.loading.ChosenJob;
     m_use.use.progress.ShowProgressText("No Data Found"); // English in every language: meant
     m_use.use.waiting.WaitMs(1000);
+    m_use.use.progress.SetProgressRange(BarSteps);
     m_use.use.progress.ShowMessageForm();
     ShowStepFor(m_use, 1000, 393, " " + job + " ...");
     m_use.use.progress.FillProgress();
@@ -189,6 +193,7 @@ void Clearing::deleteWithData()
         ShowBox(m_use, {language.Text(730) + ".     ", BoxTitle, BoxIcon::Information});
         return;
     }
+    m_use.use.progress.SetProgressRange(BarSteps);
     m_use.use.progress.ShowMessageForm();
     ShowStepFor(m_use, 1000, 389, " " + job + " " + language.Text(390) + " ...");
     m_use.use.progress.FillProgress();

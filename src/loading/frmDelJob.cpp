@@ -4,31 +4,59 @@
 #include "panels/frmSupport.h"
 #include "ui_frmDelJob.h"
 
+#include <QWindow>
+
 namespace harvelop
 {
 
+namespace
+{
+
+// Text that is marked up to stand in the font which the language file gives to its number.
+QString inItsFont(const LanguageTables& language, int number, const QString& text)
+{
+    QString style;
+    if (const std::string name = language.LangFontName(number); !name.empty())
+        style += "font-family:'" + ToQString(name).remove('\'') + "';";
+    if (const int points = language.LangFontSize(number); points > 0)
+        style += "font-size:" + QString::number(points) + "pt;";
+    return "<span style=\"" + style.toHtmlEscaped() + "\">" + text.toHtmlEscaped().replace('\r', "<br>") + "</span>";
+}
+
+} // namespace
+
 frmDelJob::frmDelJob(const DelJobServices& services) : m_use(services), m_ui(std::make_unique<Ui::frmDelJob>())
 {
-    constexpr int IconSize = 32;
     m_ui->setupUi(this);
-    m_ui->Image1->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(IconSize));
-    m_ui->lblDeljob->setText(ToQString(JobInstructions(m_use.language, m_use.logger)));
-    if (m_use.language.LangActive)
-        applyLanguage();
+    const int iconSize = style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
+    m_ui->Image1->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
+    showInstructions();
+    setWindowTitle(ToQString(m_use.language.Text(150)));
+    if (m_use.language.LangActive) {
+        WidgetCaption yes(*m_ui->cmdYes);
+        WidgetCaption no(*m_ui->cmdNo);
+        ApplyLangFont(m_use.language, yes, {{154, ""}});
+        ApplyLangFont(m_use.language, no, {{155, ""}});
+    }
     connect(m_ui->cmdYes, &QPushButton::clicked, this, &frmDelJob::cmdYes_Click);
     connect(m_ui->cmdNo, &QPushButton::clicked, this, &frmDelJob::cmdNo_Click);
 }
 
 frmDelJob::~frmDelJob() = default;
 
-void frmDelJob::applyLanguage()
+void frmDelJob::showInstructions()
 {
-    const std::pair<int, QWidget*> captions[] = {{154, m_ui->cmdYes}, {155, m_ui->cmdNo}};
-    setWindowTitle(ToQString(m_use.language.Text(150)));
-    for (const auto& [number, control] : captions) {
-        WidgetCaption caption(*control);
-        ApplyLangFont(m_use.language, caption, {{number, ""}});
+    constexpr int LineCharacters = 72;
+    QLabel& label = *m_ui->lblDeljob;
+    label.setMinimumWidth(label.fontMetrics().averageCharWidth() * LineCharacters);
+    const bool translated = m_use.language.LangActive;
+    QString instructions;
+    for (const auto& [number, suffix] : JobInstructions(m_use.logger)) {
+        const QString piece = ToQString(m_use.language.Text(number) + suffix);
+        instructions += translated ? inItsFont(m_use.language, number, piece) : QString(piece).replace('\r', '\n');
     }
+    label.setTextFormat(translated ? Qt::RichText : Qt::PlainText);
+    label.setText(instructions);
 }
 
 void frmDelJob::Show(const std::vector<std::string>& jobs)
@@ -39,7 +67,12 @@ void frmDelJob::Show(const std::vector<std::string>& jobs)
         m_ui->cbxJobs->addItem(ToQString(job));
     m_ui->cbxJobs->setCurrentIndex(0);
     m_ui->cbxJobs->setFocus();
+    winId(); // makes the window, which then can be told over which one it stands
+    if (m_use.over)
+        windowHandle()->setTransientParent(m_use.over->windowHandle());
     show();
+    raise();
+    activateWindow();
 }
 
 void frmDelJob::cmdYes_Click()

@@ -8,7 +8,6 @@
 
 #include <QDialog>
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -24,10 +23,12 @@ struct DelJobServices {
     Progress& progress;
     const LanguageTables& language;
     LoadingState& loading;
-    std::string logger; // `LinkDescription`
+    std::string logger;      // `LinkDescription`
+    QWidget* over = nullptr; // the window to stand over, which may close before this one; may be empty
 };
 
-// The answer is in `JobDeleteConfirmed` and `ChosenJob`; closed by any other way than Delete nothing is confirmed.
+// The answer is in `JobDeleteConfirmed` and `ChosenJob`; closed by any other way than Delete nothing is confirmed. All
+// other windows stay live meanwhile.
 class frmDelJob : public QDialog, public JobForm
 {
     Q_OBJECT
@@ -43,9 +44,9 @@ protected:
     void done(int result) override; // every way of closing ends here
 
 private:
+    void showInstructions();
     void cmdYes_Click();
     void cmdNo_Click();
-    void applyLanguage();
 
     DelJobServices m_use;
     std::unique_ptr<Ui::frmDelJob> m_ui;
