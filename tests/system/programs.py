@@ -8,7 +8,8 @@ import tempfile
 import threading
 
 BIN = os.environ["HARVELOP_BIN"]
-HARVEL = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "demo", "harvel")
+DEMO = os.path.realpath(os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "demo"))
+HARVEL = os.path.join(DEMO, "harvel")
 PORTS = range(1, 17)
 
 
@@ -46,7 +47,9 @@ class Scene:
             com = device.get("com")
             return dict({"link": os.path.join(self.scratch.name, f"com{com}")}, **device) if com else device
         simulation = {"loggers": [linked(logger) for logger in self.loggers],
-                      "transcript": os.path.join(self.scratch.name, "transcript")}
+                      "memory": os.path.join(self.scratch.name, "memory"),
+                      "transcript": os.path.join(self.scratch.name, "transcript"),
+                      "memory": os.path.join(self.scratch.name, "memory")}
         if self.modem:
             simulation["modem"] = linked(self.modem)
         with open(config, "w", encoding="utf-8") as file:
@@ -88,14 +91,33 @@ class Scene:
             return ""
         return "".join(text for who, way, text in entries if (who, way) == (name, direction))
 
+    def memory(self, name):
+        """What the simulated logger of that name holds by now."""
+        with open(os.path.join(self.scratch.name, "memory"), encoding="utf-8") as file:
+            return json.load(file)[name]
+
+    def holds(self, name):
+        """What the simulated logger of that name holds now, as a dictionary; its texts as bytes."""
+        def in_bytes(value):
+            return value.encode("latin-1") if isinstance(value, str) else value
+        with open(os.path.join(self.scratch.name, "memory"), encoding="utf-8") as file:
+            memory = json.load(file)[name]
+        memory["jobs"] = [{key: in_bytes(value) for key, value in job.items()} for job in memory["jobs"]]
+        return {key: in_bytes(value) for key, value in memory.items()}
+
     def path(self, name):
         return os.path.join(self.directory, name)
 
     def add_harvel(self):
         """Puts the stand-in for the unload program into the application directory: the path of the link to it."""
         link = self.path("harvel")
-        os.symlink(os.path.realpath(HARVEL), link)
+        os.symlink(HARVEL, link)
         return link
+
+    def add_converters(self):
+        """Puts the stand-ins for the converters of flash programs into the application directory."""
+        for name in ("imgbuild", "recnorm"):
+            os.symlink(os.path.join(DEMO, name), self.path(name))
 
     def harvel_log(self):
         """The lines that the stand-in has written so far; none before its first start. An entry ends in "==== end".
