@@ -48,8 +48,7 @@ class Scene:
             return dict({"link": os.path.join(self.scratch.name, f"com{com}")}, **device) if com else device
         simulation = {"loggers": [linked(logger) for logger in self.loggers],
                       "memory": os.path.join(self.scratch.name, "memory"),
-                      "transcript": os.path.join(self.scratch.name, "transcript"),
-                      "memory": os.path.join(self.scratch.name, "memory")}
+                      "transcript": os.path.join(self.scratch.name, "transcript")}
         if self.modem:
             simulation["modem"] = linked(self.modem)
         with open(config, "w", encoding="utf-8") as file:
@@ -90,11 +89,6 @@ class Scene:
         except FileNotFoundError:
             return ""
         return "".join(text for who, way, text in entries if (who, way) == (name, direction))
-
-    def memory(self, name):
-        """What the simulated logger of that name holds by now."""
-        with open(os.path.join(self.scratch.name, "memory"), encoding="utf-8") as file:
-            return json.load(file)[name]
 
     def holds(self, name):
         """What the simulated logger of that name holds now, as a dictionary; its texts as bytes."""
