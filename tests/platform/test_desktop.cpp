@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <fcntl.h>
 #include <filesystem>
@@ -124,6 +125,69 @@ TEST_F(DesktopTest, MissingProgramIsNotStarted)
     EXPECT_FALSE(desktop.StartProgram(base + "/none.exe", {}, base));
     EXPECT_FALSE(desktop.StartProgram(base, {}, base));
     EXPECT_FALSE(desktop.StartProgram("sh", {}, base));
+}
+
+TEST_F(DesktopTest, ProgramThatTheSystemRefusesIsNotStarted)
+{
+    std::ofstream(base + "/imgbuild") << "#!/no/such/interpreter\n";
+    chmod((base + "/imgbuild").c_str(), 0755);
+    EXPECT_FALSE(desktop.StartProgram(base + "/imgbuild.exe", {}, base));
+    MakeProgram("imgbuild");
+    EXPECT_FALSE(desktop.StartProgram(base + "/imgbuild.exe", {}, base + "/none"));
+}
+
+TEST_F(DesktopTest, StartedProgramIsNotWaitedFor)
+{
+    ASSERT_EQ(mkfifo((base + "/go").c_str(), 0600), 0);
+    std::ofstream(base + "/slow") << "#!/bin/sh\nread line <'" << base << "/go'\necho \"$line\" >'" << base
+                                  << "/report'\necho . >'" << base << "/report'\n";
+    chmod((base + "/slow").c_str(), 0755);
+    ASSERT_TRUE(desktop.StartProgram(base + "/slow", {}, base));
+    std::ofstream(base + "/go") << "now\n"; // it waits for this, so nobody has waited for its end
+    EXPECT_EQ(Report(), "now\n.\n");
+}
+
+TEST_F(DesktopTest, ProgramIsFoundOnThePath)
+{
+    const QByteArray path = qgetenv("PATH");
+    const std::string second = base + "/b/objcopy";
+    std::ofstream(base + "/objcopy") << "no program";
+    MakeProgram("b/objcopy");
+    qputenv("PATH", QByteArray::fromStdString(base + "/none:" + base + ":" + base + "/b"));
+    EXPECT_EQ(desktop.ProgramOnPath("objcopy"), second);
+    EXPECT_EQ(desktop.ProgramOnPath("none"), "");
+    EXPECT_EQ(desktop.ProgramOnPath(""), "");
+    qputenv("PATH", path);
+}
+
+TEST_F(DesktopTest, ObjcopyPutsAnImageAtItsAddressInSRecords)
+{
+    const std::string objcopy = desktop.ProgramOnPath("objcopy");
+    if (objcopy.empty())
+        GTEST_SKIP() << "objcopy is not installed";
+    std::string image;
+    for (int at = 0; at < 5000; ++at)
+        image += static_cast<char>(at * 7 + at / 256);
+    std::ofstream(base + "/temp.bin") << image;
+    ASSERT_TRUE(desktop.StartProgram(
+        objcopy, {"--change-addresses=0x60000", "-I", "binary", "-O", "srec", "temp.bin", "temp.sre"}, base));
+    const auto text = [&](const std::string& name) {
+        std::ifstream file(base + "/" + name);
+        return std::string{std::istreambuf_iterator<char>(file), {}};
+    };
+    const QStringList back = {"-I",
+                              "srec",
+                              "-O",
+                              "binary",
+                              QString::fromStdString(base + "/temp.sre"),
+                              QString::fromStdString(base + "/back.bin")};
+    // Nobody tells when it is done: its last record is the sign.
+    const auto isDone = [&] { return text("temp.sre").find("\nS8") != std::string::npos; };
+    ASSERT_TRUE(QTest::qWaitFor(isDone, 60'000));
+    ASSERT_EQ(QProcess::execute(QString::fromStdString(objcopy), back), 0);
+    EXPECT_EQ(text("back.bin"), image);
+    const std::string records = text("temp.sre");
+    EXPECT_EQ(records.substr(records.find("\nS2") + 5, 6), "060000");
 }
 
 TEST_F(DesktopTest, TextFileIsHandedToTheUsersViewer)
