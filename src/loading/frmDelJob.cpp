@@ -46,7 +46,7 @@ frmDelJob::~frmDelJob() = default;
 
 void frmDelJob::showInstructions()
 {
-    constexpr int LineCharacters = 72;
+    constexpr int LineCharacters = 58;
     QLabel& label = *m_ui->lblDeljob;
     label.setMinimumWidth(label.fontMetrics().averageCharWidth() * LineCharacters);
     const bool translated = m_use.language.LangActive;
@@ -57,6 +57,7 @@ void frmDelJob::showInstructions()
     }
     label.setTextFormat(translated ? Qt::RichText : Qt::PlainText);
     label.setText(instructions);
+    label.setMinimumHeight(label.heightForWidth(label.minimumWidth())); // a window is not made as high as it asks for
 }
 
 void frmDelJob::Show(const std::vector<std::string>& jobs)
