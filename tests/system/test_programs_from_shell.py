@@ -21,7 +21,7 @@ def s_record(kind, address, address_bytes, data=b""):
 
 
 def as_held(lines):
-    return "".join(line + "\n" for line in lines)
+    return "".join(line + "\n" for line in lines).encode()
 
 
 class ProgramsFromTheShell(unittest.TestCase):
@@ -50,12 +50,12 @@ class ProgramsFromTheShell(unittest.TestCase):
         return error
 
     def work_on_older(self, scene):
-        held = lambda: scene.memory("logger 1")
+        held = lambda: scene.holds("logger 1")
         said = self.expect(scene, 1, "load", "1", "pump.cmd")
         self.assertIn("Caution : You are about to send a new program to the KR200 Series 3 on Com 2.", said)
         self.assertIn(os.path.join(scene.scratch.name, "pump.cmd") + "\n", said)
         self.assertIn("Not done: nobody to ask, and no --yes.\n", said)
-        self.assertEqual((held()["program"], held()["data"]), ("", True))
+        self.assertEqual((held()["program"], held()["data"]), (b"", True))
 
         said = self.expect(scene, 0, "load", "1", "pump.cmd", "--yes")
         self.assertIn("Program sent successfully to the KR200 Series 3 on Com 2 and started running.\n", said)
@@ -68,18 +68,18 @@ class ProgramsFromTheShell(unittest.TestCase):
         self.add_converters(scene)
         said = self.expect(scene, 0, "load", "1", "pump.cmd", "--flash", "--yes")
         self.assertIn("Program successfully sent to Flash in the KR200 Series 3 on Com 2 and started running.\n", said)
-        self.assertEqual(held()["flash"], IMAGE.decode("latin-1"))
+        self.assertEqual(held()["flash"], IMAGE)
         self.assertFalse(held()["bootstrap"])
 
         self.expect(scene, 1, "clear", "1", "--flash")
-        self.assertEqual(held()["flash"], IMAGE.decode("latin-1"))
+        self.assertEqual(held()["flash"], IMAGE)
         self.expect(scene, 0, "clear", "1", "--flash", "--yes")
-        self.assertEqual(held()["flash"], "")
+        self.assertEqual(held()["flash"], b"")
         self.expect(scene, 0, "clear", "1", "--card", "--yes")
-        self.assertEqual(held()["cardProgram"], "")
+        self.assertEqual(held()["cardProgram"], b"")
         self.expect(scene, 0, "load", "1", "pump.cmd", "--yes")
         self.expect(scene, 0, "clear", "1", "--programs", "--yes")
-        self.assertEqual(held()["program"], "")
+        self.assertEqual(held()["program"], b"")
 
     def jobs_of(self, scene):
         code, out, error = scene.run("jobs", "2")
@@ -87,7 +87,7 @@ class ProgramsFromTheShell(unittest.TestCase):
         return out.splitlines()
 
     def work_on_newer(self, scene):
-        held = lambda: [job["name"] for job in scene.memory("logger 2")["jobs"]]
+        held = lambda: [job["name"].decode() for job in scene.holds("logger 2")["jobs"]]
         self.assertEqual(self.jobs_of(scene), ["*PUMP", "TANK", "RAIN"])
         said = self.expect(scene, 1, "clear", "2", "--job", "NONE", "--yes")
         self.assertIn("Logger 2 lists no job NONE.\n", said)
@@ -100,7 +100,7 @@ class ProgramsFromTheShell(unittest.TestCase):
         self.expect(scene, 0, "load", "2", "job.cmd", "--yes")
         self.assertEqual(sorted(held()), ["FLOW", "PUMP"])
         self.expect(scene, 0, "load", "2", "job.cmd", "--flash", "--yes")
-        self.assertEqual(scene.memory("logger 2")["runOnReset"], "FLOW")
+        self.assertEqual(scene.holds("logger 2")["runOnReset"], b"FLOW")
         self.expect(scene, 0, "clear", "2", "--all-jobs", "--yes")
         self.assertEqual(held(), [])
         self.assertIn("Logger 2 lists no jobs.\n", self.expect(scene, 1, "jobs", "2"))
