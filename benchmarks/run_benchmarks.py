@@ -29,6 +29,8 @@ IDENTIFY_MS = 500 + 200 + 200 + 500 + 2000 + 200 + 200 + 1000
 VERSION_MS = 500
 FOUND_MS = 1000
 
+LINE_MS = 100  # between the lines of a program
+
 
 def output(program, *arguments, **options):
     return subprocess.run([BIN / program, *arguments], stdout=subprocess.PIPE, text=True, check=True, **options).stdout
@@ -110,6 +112,30 @@ def connecting():
             yield (f"connecting to a {model} over {link}", f"{took:.0f} ms, its waits {waits} ms", took / waits, 1.02, "times")
 
 
+def loading():
+    """The pace of the lines: what a long program takes longer than a short one."""
+    lines = (10, 110)
+    with simulated([{"model": "KR200", "com": 1}]) as (place,), scene() as (directory, environment):
+        took = []
+        for count in lines:
+            program = pathlib.Path(directory, "program.cmd")
+            program.write_text("1CV=1\r\n" * count)
+            took.append(figures(output("bench_load", "KR200", place, program, cwd=directory, env=environment))["load_ms"])
+    pace = (took[1] - took[0]) / (lines[1] - lines[0])
+    yield ("lines of a program load over a PTY", f"{1000 / pace:.2f} lines/s, {LINE_MS} ms a line", pace / LINE_MS, 1.02, "times")
+
+
+def texts():
+    report = json.loads(output("bench_texts", "--benchmark_format=json", "--benchmark_min_time=0.3", stderr=subprocess.DEVNULL))
+    cpu = {row["name"]: row["cpu_time"] / 1000 for row in report["benchmarks"]}
+    for name, half, whole, limit in (
+        ("cleaning a program of 32,767 characters", "clean/16383", "clean/32767", 1000),
+        ("encoding a login of 255 characters", "encode/127", "encode/255", 50),
+    ):
+        yield (name, "CPU", cpu[whole], limit, "us")
+        yield ("  against half of it", f"{cpu[half]:.1f} us", cpu[whole] / cpu[half], 2.5, "times")
+
+
 def terminal():
     with scene() as (directory, environment), display() as screen:
         told = figures(output("bench_terminal", cwd=directory, env=environment | screen))
@@ -170,7 +196,7 @@ def start():
 def main():
     print(f"{'':44}{'measured':>10}{'limit':>8}  {'':12}{'':6}of")
     only = sys.argv[2:]
-    for benchmark in (round_trip, connecting, terminal, scanning, waiting, silent_port, start):
+    for benchmark in (round_trip, connecting, loading, terminal, scanning, texts, waiting, silent_port, start):
         if only and benchmark.__name__ not in only:
             continue
         for name, of, measured, limit, unit in benchmark():
