@@ -32,9 +32,11 @@ private:
 
     ServerServices m_use;
     LoginSession m_session;
+    // NOLINTBEGIN(readability-identifier-naming): as everybody calls them
     bool FTPTestByUser = false;
     std::int16_t FTPFailureCount = 0; // failures told in this test; nothing reads it
     double FTPTimeoutMs = 0;
+    // NOLINTEND(readability-identifier-naming)
 };
 
 } // namespace harvelop

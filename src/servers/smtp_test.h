@@ -34,10 +34,12 @@ private:
 
     ServerServices m_use;
     LoginSession m_session;
+    // NOLINTBEGIN(readability-identifier-naming): as everybody calls them
     bool SMTPTestByUser = false;       // steps and success are told
     std::int16_t SMTPFailureCount = 0; // failures told in this test
     std::int16_t SMTPSavedTimeout = 0; // `DefaultTimeout` before the test
     double SMTPTimeoutMs = 0;
+    // NOLINTEND(readability-identifier-naming)
 };
 
 } // namespace harvelop
