@@ -258,6 +258,7 @@ TEST(FrmTallyCores, CaptionsAreThoseOfTheNumberedTexts)
 TEST(FrmTallyCores, ButtonsWithoutTheirActionSaySo)
 {
     PanelBench bench;
+    bench.heart.actions = {};
     bench.Store({SerialLogger()});
     frmTallyCores& form = bench.View(1);
     const std::string before = bench.RecordLine(1);
