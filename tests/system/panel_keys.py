@@ -67,6 +67,7 @@ class PanelCase(unittest.TestCase):
 
     simulated = ()
     modem = None
+    maxDiff = None
 
     def setUp(self):
         self.screen = self.enterContext(Screen())
