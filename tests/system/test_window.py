@@ -15,8 +15,9 @@ class Screen:
 
     def __enter__(self):
         # Without -noreset the screen starts anew, and drops who is connecting, each time that its last client goes.
+        # A key held down for long only as the machine is busy must not repeat itself (-r).
         self.server = subprocess.Popen(["Xvfb", "-displayfd", "1", "-screen", "0", "1280x960x24", "-nolisten", "tcp",
-                                        "-noreset"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+                                        "-noreset", "-r"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         self.display = ":" + self.server.stdout.readline().strip()
         self.manager = subprocess.Popen(["openbox"], env=dict(os.environ, DISPLAY=self.display),
                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
