@@ -22,12 +22,12 @@ void FTPTest::PrepareFTPTest()
 
 void FTPTest::RunFTPTest()
 {
-    session();
+    dialogue();
     DisconnectFTP();
     m_session.End();
 }
 
-void FTPTest::session()
+void FTPTest::dialogue()
 {
     Options& options = m_use.options;
     const LanguageTables& language = m_use.use.language;

@@ -1,5 +1,5 @@
-// The login test of the FTP server. Its name and password are tried on port 21 and nothing else is; the session ends by
-// closing the socket.
+// The login test of the FTP server. Its name and password are tried on port 21 and nothing else is; the dialogue ends
+// by closing the socket.
 #pragma once
 
 #include "servers/login_session.h"
@@ -26,7 +26,7 @@ public:
     void RunFTPTest();
 
 private:
-    void session();
+    void dialogue();
     void ReportFTPFailure(const std::string& text);
     void DisconnectFTP();
 

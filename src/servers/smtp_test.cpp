@@ -34,7 +34,7 @@ void SMTPTest::RunSMTPTest()
     SMTPFailureCount = 0;
     SMTPSavedTimeout = LoginSession::Kept(link.DefaultTimeout);
     link.DefaultTimeout = SMTPTimeoutMs;
-    session();
+    dialogue();
     SMTPTestByUser = false;
     link.DefaultTimeout = AfterwardsMs;
     if (m_session.GivenUp())
@@ -44,7 +44,7 @@ void SMTPTest::RunSMTPTest()
     m_session.End();
 }
 
-void SMTPTest::session()
+void SMTPTest::dialogue()
 {
     const Options& options = m_use.options;
     const LanguageTables& language = m_use.use.language;

@@ -25,7 +25,7 @@ public:
     void RunSMTPTest();
 
 private:
-    void session();
+    void dialogue();
     bool logIn();
     void ReportSMTPFailure(const std::string& text);
     void ReportSMTPSuccess();

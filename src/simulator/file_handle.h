@@ -7,19 +7,19 @@
 namespace harvelop
 {
 
-class FileHandle
+class LineHandle
 {
 public:
-    FileHandle() = default;
-    explicit FileHandle(int fd) : m_fd(fd) {}
-    FileHandle(FileHandle&& other) noexcept : m_fd(std::exchange(other.m_fd, -1)) {}
-    FileHandle& operator=(FileHandle&& other) noexcept
+    LineHandle() = default;
+    explicit LineHandle(int fd) : m_fd(fd) {}
+    LineHandle(LineHandle&& other) noexcept : m_fd(std::exchange(other.m_fd, -1)) {}
+    LineHandle& operator=(LineHandle&& other) noexcept
     {
         std::swap(m_fd, other.m_fd);
         other.Close();
         return *this;
     }
-    ~FileHandle() { Close(); }
+    ~LineHandle() { Close(); }
 
     void Close()
     {

@@ -56,17 +56,17 @@ PtyLine::~PtyLine()
 
 bool PtyLine::openTerminal()
 {
-    m_master = FileHandle(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    m_master = LineHandle(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
     std::array<char, 128> path{};
     if (!m_master.IsOpen() || grantpt(m_master.Get()) != 0 || unlockpt(m_master.Get()) != 0 ||
         ptsname_r(m_master.Get(), path.data(), path.size()) != 0)
         return false;
     m_path = path.data();
-    m_slave = FileHandle(open(m_path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    m_slave = LineHandle(open(m_path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
     if (!m_slave.IsOpen())
         return false;
     makeRaw(m_slave.Get(), m_baud);
-    m_watcher = FileHandle(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    m_watcher = LineHandle(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
     return m_watcher.IsOpen() && inotify_add_watch(m_watcher.Get(), m_path.c_str(), IN_OPEN | IN_CLOSE) >= 0;
 }
 

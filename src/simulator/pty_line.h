@@ -43,9 +43,9 @@ private:
     unsigned m_baud;
     std::string m_path;
     std::string m_link;
-    FileHandle m_master;
-    FileHandle m_slave;   // kept open: with nobody at the other end the master would report a hang-up without end
-    FileHandle m_watcher; // tells when the terminal is opened and closed
+    LineHandle m_master;
+    LineHandle m_slave;   // kept open: with nobody at the other end the master would report a hang-up without end
+    LineHandle m_watcher; // tells when the terminal is opened and closed
     std::string m_unsent;
 };
 

@@ -196,14 +196,14 @@ void announce(const SimulationFile& simulation, const SimulationLoop& loop, bool
 }
 
 // What becomes readable when the program is told to end.
-FileHandle endSignals()
+LineHandle endSignals()
 {
     sigset_t signals;
     sigemptyset(&signals);
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         sigaddset(&signals, number);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
-    return FileHandle(signalfd(-1, &signals, SFD_CLOEXEC));
+    return LineHandle(signalfd(-1, &signals, SFD_CLOEXEC));
 }
 
 std::optional<std::string> readFile(const std::string& path)
@@ -231,7 +231,7 @@ int simulate(const std::string& path, bool withAssignments)
         return WrongUsage;
 
     std::signal(SIGPIPE, SIG_IGN);
-    const FileHandle ending = endSignals();
+    const LineHandle ending = endSignals();
     std::ofstream transcript;
     if (!simulation.transcript.empty()) {
         transcript.open(simulation.transcript, std::ios::app);

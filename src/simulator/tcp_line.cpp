@@ -30,7 +30,7 @@ bool TcpLine::listenOn(int port)
     socklen_t size = sizeof address;
     auto* const any = reinterpret_cast<sockaddr*>(&address);
     const int on = 1;
-    m_listener = FileHandle(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    m_listener = LineHandle(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     if (!m_listener.IsOpen() || setsockopt(m_listener.Get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on) != 0 ||
         bind(m_listener.Get(), any, size) != 0 || listen(m_listener.Get(), 4) != 0 ||
         getsockname(m_listener.Get(), any, &size) != 0)
@@ -71,7 +71,7 @@ void TcpLine::Serve(double nowMs)
 
 void TcpLine::admitClient()
 {
-    FileHandle client(accept4(m_listener.Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    LineHandle client(accept4(m_listener.Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (!client.IsOpen())
         return;
     // Asked only now: a client that hangs up and calls again at once must find the line free.

@@ -35,8 +35,8 @@ private:
 
     std::unique_ptr<SimulatedDevice> m_device;
     std::string m_place;
-    FileHandle m_listener;
-    FileHandle m_client;
+    LineHandle m_listener;
+    LineHandle m_client;
     std::string m_unsent;
 };
 

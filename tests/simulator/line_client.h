@@ -41,7 +41,7 @@ inline std::string ReadUntil(int fd, const std::string& ending, const std::funct
 }
 
 // Makes a terminal raw at that speed. False if it refuses.
-inline bool SetSpeed(const FileHandle& terminal, unsigned speed)
+inline bool SetSpeed(const LineHandle& terminal, unsigned speed)
 {
     termios2 settings{};
     ioctl(terminal.Get(), TCGETS2, &settings);
@@ -54,28 +54,28 @@ inline bool SetSpeed(const FileHandle& terminal, unsigned speed)
     return ioctl(terminal.Get(), TCSETS2, &settings) == 0;
 }
 
-inline FileHandle OpenTerminal(const std::string& path, unsigned speed)
+inline LineHandle OpenTerminal(const std::string& path, unsigned speed)
 {
-    FileHandle terminal(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK));
+    LineHandle terminal(open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK));
     if (!SetSpeed(terminal, speed))
         terminal.Close();
     return terminal;
 }
 
 // Connects to "127.0.0.1:port".
-inline FileHandle Connect(const std::string& place)
+inline LineHandle Connect(const std::string& place)
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(place.substr(place.find(':') + 1))));
-    FileHandle client(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    LineHandle client(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
     if (connect(client.Get(), reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)
         client.Close();
     return client;
 }
 
-inline bool Send(const FileHandle& line, const std::string& text)
+inline bool Send(const LineHandle& line, const std::string& text)
 {
     return write(line.Get(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
 }

@@ -46,7 +46,7 @@ void serveNext(SimulatedLine& line)
     line.Serve(0);
 }
 
-std::string ask(SimulatedLine& line, const FileHandle& client, const std::string& text, const std::string& ending)
+std::string ask(SimulatedLine& line, const LineHandle& client, const std::string& text, const std::string& ending)
 {
     EXPECT_TRUE(Send(client, text));
     return ReadUntil(client.Get(), ending, [&] { settle(line); });

@@ -57,7 +57,7 @@ protected:
             _exit(127);
         }
         ::close(ends[1]);
-        output = FileHandle(ends[0]);
+        output = LineHandle(ends[0]);
     }
 
     // Ends it with a signal, or without one waits for its own end. Gives the exit code, or minus the signal it died of.
@@ -96,7 +96,7 @@ protected:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    static std::string Ask(const FileHandle& line, const std::string& text, const std::string& ending)
+    static std::string Ask(const LineHandle& line, const std::string& text, const std::string& ending)
     {
         EXPECT_TRUE(Send(line, text));
         return ReadUntil(line.Get(), ending);
@@ -105,7 +105,7 @@ protected:
     const fs::path folder = fs::path(testing::TempDir()) / ("tallysim_" + std::to_string(getpid()));
     const fs::path errors = folder / "errors";
     pid_t process = -1;
-    FileHandle output;
+    LineHandle output;
     std::string told;
 };
 
