@@ -33,7 +33,8 @@ public:
     // the root; empty if the user cancels.
     virtual std::string BrowseFolder(const std::string& title, const std::string& startIn) = 0;
 
-    // Lets the user choose an existing file of any kind, beginning in `startIn`. Its path; empty if the user cancels.
+    // Lets the user choose an existing file of any kind, beginning in `startIn`; the extension "cmd" need not be typed.
+    // Its path; empty if the user cancels.
     virtual std::string OpenFile(const std::string& title, const std::string& startIn) = 0;
 };
 

@@ -1,9 +1,11 @@
 #include "platform/qt/qt_dialogs.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileSystemModel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QTemporaryDir>
@@ -87,6 +89,33 @@ TEST_F(Choosers, AFileIsGivenByItsPath)
         choose(chooser, "report");
     });
     EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), Path("/report"));
+}
+
+TEST_F(Choosers, TheExtensionOfProgramsNeedNotBeTyped)
+{
+    for (const char* name : {"/pump.cmd", "/report.cmd"}) {
+        QFile program(scratch.path() + name);
+        ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+    }
+    withNext([](QFileDialog& chooser) { choose(chooser, "pump"); });
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), Path("/pump.cmd"));
+    withNext([](QFileDialog& chooser) { choose(chooser, "report"); });
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), Path("/report")); // what is there as typed is meant
+}
+
+TEST_F(Choosers, FilesOfEveryKindAreShown)
+{
+    withNext([](QFileDialog& chooser) {
+        const auto* kinds = chooser.findChild<QComboBox*>("fileTypeCombo");
+        ASSERT_TRUE(kinds);
+        EXPECT_EQ(kinds->count(), 1);
+        EXPECT_EQ(kinds->itemText(0).trimmed(), "All Files (*.*)");
+        const auto* files = chooser.findChild<QFileSystemModel*>();
+        ASSERT_TRUE(files);
+        EXPECT_EQ(files->nameFilters(), QStringList("*"));
+        chooser.reject();
+    });
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), "");
 }
 
 TEST_F(Choosers, ACancelledOrClosedChooserGivesNothing)

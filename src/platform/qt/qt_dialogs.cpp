@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -84,15 +85,34 @@ void RiseAbove(QDialog& dialog)
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint, covered);
 }
 
+// Takes a name that is typed without the extension of programs, as long as no such file is there.
+class FileChooser : public QFileDialog
+{
+public:
+    using QFileDialog::QFileDialog;
+
+protected:
+    void accept() override
+    {
+        const QString typed = selectedFiles().value(0);
+        const QString program = typed + ".cmd";
+        if (fileMode() == ExistingFile && !QFileInfo::exists(typed) && QFileInfo::exists(program))
+            selectFile(program);
+        QFileDialog::accept();
+    }
+};
+
 // A path that the user chooses; empty if the dialog was cancelled, or went away while it stood open.
 std::string Choose(QFileDialog::FileMode mode, const std::string& title, const std::string& startIn)
 {
-    const QPointer<QFileDialog> window = new QFileDialog(QApplication::activeWindow());
+    const QPointer<QFileDialog> window = new FileChooser(QApplication::activeWindow());
     window->setObjectName("dlgChoose");
     window->setWindowTitle(QString::fromStdString(title));
     window->setFileMode(mode);
     window->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
-    window->setNameFilter("All Files (*)");
+    // The words are those of the pattern, but files without a dot are files, too.
+    window->setNameFilter("All Files (*.*) (*)");
+    window->setOption(QFileDialog::HideNameFilterDetails);
     window->setDirectory(QFile::decodeName(QByteArray::fromStdString(startIn)));
     RiseAbove(*window);
     const bool accepted = window->exec() == QDialog::Accepted && window;
