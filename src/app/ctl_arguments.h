@@ -38,7 +38,9 @@ struct CtlCommand {
         Jobs,
         Clear,
         TestSMTP,
-        TestFTP
+        TestFTP,
+        LanguageTemplate,
+        LanguageCheck
     };
     enum class Target { Memory, Card, Flash, Job };
     Verb verb = Verb::Help;
@@ -54,7 +56,8 @@ struct CtlCommand {
     bool deleteAll = false;              // lists: of all schedules, with their descriptions
     AddValues logger;                    // add: what the dialog's controls would hold
     std::string text;                    // send: one line; may be empty
-    std::string file;                    // load: as it was named
+    std::string file;                    // load, language-check: as it was named
+    std::string trace;                   // what reaches loggers or servers: the file that gets every byte; empty: none
     Target target = Target::Memory;      // load: where to; clear: what
     std::string job;                     // clear a job: its name without star and blanks, or what stands for all
 };

@@ -1,6 +1,7 @@
 #include "app/ctl_commands.h"
 
 #include "app/ctl_edits.h"
+#include "app/ctl_language.h"
 #include "app/ctl_links.h"
 #include "app/ctl_lists.h"
 #include "app/ctl_loggers.h"
@@ -111,6 +112,10 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
         return TestSMTPLogin(program, console);
     case CtlCommand::Verb::TestFTP:
         return TestFTPLogin(program, console);
+    case CtlCommand::Verb::LanguageTemplate:
+        return WriteLanguageTemplate(out);
+    case CtlCommand::Verb::LanguageCheck:
+        return CheckLanguageFile(program, console, command, out);
     case CtlCommand::Verb::Help:
         out << CtlUsage();
         return CtlDone;

@@ -184,7 +184,15 @@ std::vector<CtlOption> allOptions()
         {"--all", {Verb::Find}, false, [](CtlCommand&, const std::string&) { return Error(); }},
         {"--yes", {Verb::Find, Verb::Lists, Verb::Load, Verb::Clear}, false, setFlag<&CtlCommand::yes>},
         {"--password", {Verb::Find, Verb::Add}, true, takeText<&CtlCommand::password>},
-        {"--json", {Verb::List, Verb::Show, Verb::Lists}, false, setFlag<&CtlCommand::json>},
+        {"--json", {Verb::List, Verb::Show, Verb::Lists, Verb::LanguageCheck}, false, setFlag<&CtlCommand::json>},
+        {"--trace",
+         {Verb::Find, Verb::Test, Verb::Connect, Verb::Send, Verb::Terminal, Verb::Load, Verb::Jobs, Verb::Clear,
+          Verb::TestSMTP, Verb::TestFTP},
+         true,
+         [](CtlCommand& command, const std::string& value) {
+             command.trace = value;
+             return value.empty() ? Error("--trace wants a file") : Error();
+         }},
         {"--schedule", {Verb::Lists}, true, takeText<&CtlCommand::schedule>},
         {"--description", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Description>},
         {"--add", {Verb::Lists}, true, addListEdit<ListEdit::Kind::Add>},
