@@ -170,6 +170,46 @@ def pictures_are_as_drawn(root):
             yield f"{(folder / name).relative_to(root)}:1: is not what {script.relative_to(root)} draws"
 
 
+def prose(root):
+    """(path relative to the root, line number, line) of the documents, without what they show as files or commands."""
+    fenced = False
+    for path in [*sorted(root.glob("*.md")), *files(root, ["docs"], ".md")]:
+        for number, line in enumerate(path.read_text().splitlines(), 1):
+            fence = line.lstrip().startswith("```")
+            if not fence and not fenced:
+                yield path.relative_to(root), number, line
+            fenced ^= fence
+
+
+def anchors(text):
+    """What links can lead to inside a document: its headings, in small letters, with hyphens for blanks."""
+    return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+            for heading in re.findall(r"^#+ (.*)$", text, re.MULTILINE)}
+
+
+def links_lead_somewhere(root):
+    shown = set()
+    for path, number, line in prose(root):
+        for target in re.findall(r"\]\(([^)]+)\)", line):
+            name, _, anchor = target.partition("#")
+            to = (root / path.parent / name).resolve() if name else root / path
+            shown.add(to)
+            if "://" not in target and not (to.exists() and (not anchor or anchor in anchors(to.read_text()))):
+                yield f"{path}:{number}: a link that leads nowhere: {target}"
+    for picture in files(root, ["docs"], ".png"):
+        if picture.resolve() not in shown:
+            yield f"{picture.relative_to(root)}:1: a picture that no document shows"
+
+
+def named_files_exist(root):
+    tree = [f"/{path.relative_to(root)}" for folder in (*SOURCES, "demo", "docs", "scripts")
+            for path in (root / folder).rglob("*")]
+    for path, number, line in prose(root):
+        for name in re.findall(r"`((?:[\w.]+/)*\w+\.(?:h|cpp|py|json|md)|(?:src|tests|scripts|demo|docs)/[\w./-]*\w)`", line):
+            if not any(file.endswith(f"/{name}") for file in tree) and not (root / name).exists():
+                yield f"{path}:{number}: names a file that is not there: {name}"
+
+
 RULES = {
     rule.__name__: rule
     for rule in [
@@ -182,6 +222,8 @@ RULES = {
         headers_read_as_documentation,
         forms_have_layouts,
         pictures_are_as_drawn,
+        links_lead_somewhere,
+        named_files_exist,
     ]
 }
 

@@ -126,6 +126,24 @@ class Rules(unittest.TestCase):
             [f"src/panels/pictures/{name}.svg:1: is not what scripts/draw-loggers draws" for name in ("changed", "left", "missing")],
         )
 
+    def test_links_and_pictures_that_lead_nowhere_are_found(self):
+        self.write("docs/b.md", "# Two `words`, here\n")
+        self.write("docs/shown.png", "")
+        self.write("docs/unseen.png", "")
+        self.write("README.md", "[b](docs/b.md#two-words-here) [c](docs/c.md)\n![s](docs/shown.png) [x](docs/b.md#three)\n"
+                                "[own](#none) [far](https://example.org)\n```\n[d](docs/d.md)\n```\n")
+        self.assertEqual(self.findings("links_lead_somewhere"), [
+            "README.md:1: a link that leads nowhere: docs/c.md",
+            "README.md:2: a link that leads nowhere: docs/b.md#three",
+            "README.md:3: a link that leads nowhere: #none",
+            "docs/unseen.png:1: a picture that no document shows"])
+
+    def test_a_document_that_names_a_file_that_is_gone_is_found(self):
+        self.write("src/core/waiting.h", "")
+        self.write("docs/a.md", "`waiting.h` `core/waiting.h` `src/core` `src/links` `/tmp/x`\n`waited.h` `Options::x`\n")
+        self.assertEqual(self.findings("named_files_exist"), [
+            "docs/a.md:1: names a file that is not there: src/links", "docs/a.md:2: names a file that is not there: waited.h"])
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -5,6 +5,7 @@ import subprocess
 import unittest
 
 from programs import BIN, Scene
+from test_formats import shortcut
 from test_window import WAIT, Screen, start_program
 
 TITLE = "KR41 on Com 3 @ 9600,N,8,1,SWFC"
@@ -66,6 +67,9 @@ class Shortcuts(unittest.TestCase):
             desktop = os.listdir(os.path.join(scene.scratch.name, "Desktop"))
             self.assertEqual(set(desktop) - {"Harvel.desktop", "Harvel Options.desktop"},
                              {"Mill.desktop", "Start it.desktop"})
+            for name in ("Mill.desktop", "Start it.desktop"):
+                with open(os.path.join(scene.scratch.name, "Desktop", name), encoding="utf-8") as file:
+                    self.assertEqual(file.read(), shortcut(name, scene.directory))
             self.launch(scene, "Mill.desktop")
             self.assertEqual(self.entry(scene, screen),
                              ["arguments: 1", "argument 1 (3 bytes): [::7]", "asks for: the logger ::7"])
