@@ -1,5 +1,6 @@
 // `harvelctl`: the program without a display.
 #include "app/ctl_commands.h"
+#include "app/tracing.h"
 #include "platform/qt/qt_data_files.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_event_pump.h"
@@ -49,7 +50,11 @@ int main(int argc, char** argv)
     ConsoleDialogs dialogs(console, command.yes, command.password, command.file);
     QtDataFiles files;
     QtDesktop desktop;
-    Program program({pump, serial, sockets, dialogs, files, settings, desktop});
+    Tracing tracing(command.trace.empty() ? TraceOfEnvironment() : command.trace, "harvelctl " HARVELOP_VERSION,
+                    {pump, serial, sockets, dialogs, files, settings, desktop},
+                    [&console](const std::string& text) { console.Line(text); });
+    Program program(tracing.Inside());
+    tracing.Watch(program);
     QtLineInput input(STDIN_FILENO);
     std::optional<QtInterrupt> interrupt;
     if (ReachesLoggers(command.verb))

@@ -1,5 +1,6 @@
 // `harvelop`: the control panel.
 #include "app/desktop_program.h"
+#include "app/tracing.h"
 #include "platform/qt/qt_data_files.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_pump.h"
@@ -72,11 +73,16 @@ int main(int argc, char** argv)
     QtDialogs dialogs;
     QtDataFiles files;
     QtWindowDesktop desktop;
-    DesktopProgram program({pump, serial, sockets, dialogs, files, settings, desktop});
+    Tracing tracing(TraceOfEnvironment(), "harvelop " HARVELOP_VERSION,
+                    {pump, serial, sockets, dialogs, files, settings, desktop},
+                    [](const std::string& text) { std::cerr << "harvelop: " << text << std::endl; });
+    const Platform platform = tracing.Inside();
+    DesktopProgram program(platform);
+    tracing.Watch(program.heart);
     ProgramEnd& end = program.heart.end;
     end.OnEnd = [&] {
-        serial.ClearOutBuffer(); // closing would send it
-        serial.Close();
+        platform.serial.ClearOutBuffer(); // closing would send it
+        platform.serial.Close();
         QCoreApplication::exit(end.ExitCode());
     };
     program.Start(commandLineOf(argc, argv)); // without what Qt has taken for itself

@@ -14,7 +14,7 @@ import xml.etree.ElementTree as xml
 LAYERS = [
     ["platform"],
     ["core"],
-    ["settings"],
+    ["settings", "trace"],
     ["links"],
     ["identify"],
     ["loading", "servers", "terminal"],
