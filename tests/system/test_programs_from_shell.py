@@ -1,9 +1,9 @@
 """Programs sent, listed and deleted from a shell, on a logger of each family: what the loggers hold afterwards."""
 
+import contextlib
 import os
 import signal
 import unittest
-from concurrent.futures import ThreadPoolExecutor
 
 from programs import Scene
 
@@ -25,6 +25,15 @@ def as_held(lines):
 
 
 class ProgramsFromTheShell(unittest.TestCase):
+    @contextlib.contextmanager
+    def both(self):
+        """A scene with a logger of each family, and a program for each."""
+        with Scene([OLDER, NEWER]) as scene:
+            self.add_both(scene)
+            self.write(scene, "pump.cmd", PROGRAM)
+            self.write(scene, "job.cmd", JOB)
+            yield scene
+
     def add_both(self, scene):
         for words in (["--model", "KR200", "--series", "3", "--com", "2", "--baud", "9600"],
                       ["--model", "KR40", "--tcp", ":".join(scene.address(2))]):
@@ -49,71 +58,71 @@ class ProgramsFromTheShell(unittest.TestCase):
         self.assertEqual((result, out), (code, ""), f"{words}: {error}")
         return error
 
-    def work_on_older(self, scene):
-        held = lambda: scene.holds("logger 1")
-        said = self.expect(scene, 1, "load", "1", "pump.cmd")
-        self.assertIn("Caution : You are about to send a new program to the KR200 Series 3 on Com 2.", said)
-        self.assertIn(os.path.join(scene.scratch.name, "pump.cmd") + "\n", said)
-        self.assertIn("Not done: nobody to ask, and no --yes.\n", said)
-        self.assertEqual((held()["program"], held()["data"]), (b"", True))
+    def test_memory_and_card_of_the_older_family(self):
+        with self.both() as scene:
+            held = lambda: scene.holds("logger 1")
+            said = self.expect(scene, 1, "load", "1", "pump.cmd")
+            self.assertIn("Caution : You are about to send a new program to the KR200 Series 3 on Com 2.", said)
+            self.assertIn(os.path.join(scene.scratch.name, "pump.cmd") + "\n", said)
+            self.assertIn("Not done: nobody to ask, and no --yes.\n", said)
+            self.assertEqual((held()["program"], held()["data"]), (b"", True))
 
-        said = self.expect(scene, 0, "load", "1", "pump.cmd", "--yes")
-        self.assertIn("Program sent successfully to the KR200 Series 3 on Com 2 and started running.\n", said)
-        self.assertEqual((held()["program"], held()["data"]), (as_held(PROGRAM), False))
+            said = self.expect(scene, 0, "load", "1", "pump.cmd", "--yes")
+            self.assertIn("Program sent successfully to the KR200 Series 3 on Com 2 and started running.\n", said)
+            self.assertEqual((held()["program"], held()["data"]), (as_held(PROGRAM), False))
 
-        said = self.expect(scene, 0, "load", "1", "pump.cmd", "--card", "--yes")
-        self.assertIn("Memory card program started.\n", said)
-        self.assertEqual(held()["cardProgram"], as_held(PROGRAM))
+            said = self.expect(scene, 0, "load", "1", "pump.cmd", "--card", "--yes")
+            self.assertIn("Memory card program started.\n", said)
+            self.assertEqual(held()["cardProgram"], as_held(PROGRAM))
+            self.expect(scene, 0, "clear", "1", "--card", "--yes")
+            self.assertEqual(held()["cardProgram"], b"")
+            self.assertEqual(held()["program"], as_held(PROGRAM))
+            self.expect(scene, 0, "clear", "1", "--programs", "--yes")
+            self.assertEqual(held()["program"], b"")
 
-        self.add_converters(scene)
-        said = self.expect(scene, 0, "load", "1", "pump.cmd", "--flash", "--yes")
-        self.assertIn("Program successfully sent to Flash in the KR200 Series 3 on Com 2 and started running.\n", said)
-        self.assertEqual(held()["flash"], IMAGE)
-        self.assertFalse(held()["bootstrap"])
+    def test_flash_of_the_older_family(self):
+        with self.both() as scene:
+            held = lambda: scene.holds("logger 1")
+            self.add_converters(scene)
+            said = self.expect(scene, 0, "load", "1", "pump.cmd", "--flash", "--yes")
+            self.assertIn("Program successfully sent to Flash in the KR200 Series 3 on Com 2 and started running.\n", said)
+            self.assertEqual(held()["flash"], IMAGE)
+            self.assertFalse(held()["bootstrap"])
 
-        self.expect(scene, 1, "clear", "1", "--flash")
-        self.assertEqual(held()["flash"], IMAGE)
-        self.expect(scene, 0, "clear", "1", "--flash", "--yes")
-        self.assertEqual(held()["flash"], b"")
-        self.expect(scene, 0, "clear", "1", "--card", "--yes")
-        self.assertEqual(held()["cardProgram"], b"")
-        self.expect(scene, 0, "load", "1", "pump.cmd", "--yes")
-        self.expect(scene, 0, "clear", "1", "--programs", "--yes")
-        self.assertEqual(held()["program"], b"")
+            self.expect(scene, 1, "clear", "1", "--flash")
+            self.assertEqual(held()["flash"], IMAGE)
+            self.expect(scene, 0, "clear", "1", "--flash", "--yes")
+            self.assertEqual(held()["flash"], b"")
 
     def jobs_of(self, scene):
         code, out, error = scene.run("jobs", "2")
         self.assertEqual(code, 0, error)
         return out.splitlines()
 
-    def work_on_newer(self, scene):
-        held = lambda: [job["name"].decode() for job in scene.holds("logger 2")["jobs"]]
-        self.assertEqual(self.jobs_of(scene), ["*PUMP", "TANK", "RAIN"])
-        said = self.expect(scene, 1, "clear", "2", "--job", "NONE", "--yes")
-        self.assertIn("Logger 2 lists no job NONE.\n", said)
-        self.expect(scene, 1, "clear", "2", "--job", "RAIN")
-        self.assertEqual(held(), ["PUMP", "TANK", "RAIN"])
-        self.expect(scene, 0, "clear", "2", "--job", "RAIN", "--yes")
-        self.assertEqual(held(), ["PUMP", "TANK"])
-        said = self.expect(scene, 0, "clear", "2", "--job", "TANK", "--yes")
-        self.assertIn("The Job TANK and all it's Data have been successfully deleted.\n", said)
-        self.expect(scene, 0, "load", "2", "job.cmd", "--yes")
-        self.assertEqual(sorted(held()), ["FLOW", "PUMP"])
-        self.expect(scene, 0, "load", "2", "job.cmd", "--flash", "--yes")
-        self.assertEqual(scene.holds("logger 2")["runOnReset"], b"FLOW")
-        self.expect(scene, 0, "clear", "2", "--all-jobs", "--yes")
-        self.assertEqual(held(), [])
-        self.assertIn("Logger 2 lists no jobs.\n", self.expect(scene, 1, "jobs", "2"))
+    def held_jobs(self, scene):
+        return [job["name"].decode() for job in scene.holds("logger 2")["jobs"]]
 
-    def test_both_families(self):
-        with Scene([OLDER, NEWER]) as scene:
-            self.add_both(scene)
-            self.write(scene, "pump.cmd", PROGRAM)
-            self.write(scene, "job.cmd", JOB)
-            with ThreadPoolExecutor() as families:  # both at once, as each takes its time
-                runs = [families.submit(work, scene) for work in (self.work_on_older, self.work_on_newer)]
-            for run in runs:
-                run.result()
+    def test_jobs_of_the_newer_family(self):
+        with self.both() as scene:
+            self.assertEqual(self.jobs_of(scene), ["*PUMP", "TANK", "RAIN"])
+            said = self.expect(scene, 1, "clear", "2", "--job", "NONE", "--yes")
+            self.assertIn("Logger 2 lists no job NONE.\n", said)
+            self.expect(scene, 1, "clear", "2", "--job", "RAIN")
+            self.assertEqual(self.held_jobs(scene), ["PUMP", "TANK", "RAIN"])
+            self.expect(scene, 0, "clear", "2", "--job", "RAIN", "--yes")
+            self.assertEqual(self.held_jobs(scene), ["PUMP", "TANK"])
+            said = self.expect(scene, 0, "clear", "2", "--job", "TANK", "--yes")
+            self.assertIn("The Job TANK and all it's Data have been successfully deleted.\n", said)
+
+    def test_memory_and_flash_of_the_newer_family(self):
+        with self.both() as scene:
+            self.expect(scene, 0, "load", "2", "job.cmd", "--yes")
+            self.assertEqual(sorted(self.held_jobs(scene)), ["FLOW", "PUMP", "RAIN", "TANK"])
+            self.expect(scene, 0, "load", "2", "job.cmd", "--flash", "--yes")
+            self.assertEqual(scene.holds("logger 2")["runOnReset"], b"FLOW")
+            self.expect(scene, 0, "clear", "2", "--all-jobs", "--yes")
+            self.assertEqual(self.held_jobs(scene), [])
+            self.assertIn("Logger 2 lists no jobs.\n", self.expect(scene, 1, "jobs", "2"))
 
     def test_ctrl_c_ends_a_load_and_releases_the_port(self):
         with Scene([OLDER, NEWER]) as scene:
