@@ -1,18 +1,51 @@
 #include "app/ctl_language.h"
 
 #include "app/ctl_commands.h"
+#include "app/ctl_json.h"
+#include "app/ctl_output.h"
+#include "settings/language_check.h"
+#include "settings/language_template.h"
 
 namespace harvelop
 {
 
-int WriteLanguageTemplate(std::ostream&)
+namespace
 {
-    return CtlFailed;
+
+// As compilers name a place, so that editors can jump to it; what no line holds has the name of the file alone.
+std::string lineOf(const std::string& file, const LanguageFinding& finding)
+{
+    const std::string place = finding.line > 0 ? file + ":" + std::to_string(finding.line) : file;
+    return place + ": " + finding.text;
 }
 
-int CheckLanguageFile(Program&, Console&, const CtlCommand&, std::ostream&)
+} // namespace
+
+int WriteLanguageTemplate(std::ostream& out)
 {
-    return CtlFailed;
+    out << LanguageTemplate();
+    return CtlDone;
+}
+
+int CheckLanguageFile(Program& program, Console& console, const CtlCommand& command, std::ostream& out)
+{
+    const FileText file = program.files.Read(command.file);
+    if (file.state != FileState::Read) {
+        console.Line(file.state == FileState::NotFound ? "There is no file " + command.file + "."
+                                                       : "The file " + command.file + " can't be read.");
+        return CtlFailed;
+    }
+    const auto findings = CheckLanguage(file.text);
+    if (command.json) {
+        ordered_json all = ordered_json::array();
+        for (const LanguageFinding& finding : findings)
+            all.push_back({{"file", command.file}, {"line", finding.line}, {"text", finding.text}});
+        out << JsonText(all);
+    } else {
+        for (const LanguageFinding& finding : findings)
+            out << Printable(lineOf(command.file, finding)) << "\n";
+    }
+    return findings.empty() ? CtlDone : CtlFailed;
 }
 
 } // namespace harvelop

@@ -86,7 +86,7 @@ void frmRun::showWord(Word word)
     if (language.LangActive)
         ApplyLangFont(language, button, {{number, ""}});
     else
-        button.SetCaption("&" + language.Text(number));
+        button.SetCaption(language.Text(number));
     showHint();
 }
 

@@ -5,9 +5,9 @@
 #include "core/program_state.h"
 #include "platform/data_files.h"
 #include "platform/dialogs.h"
+#include "settings/language_lines.h"
 #include "settings/options.h"
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -16,8 +16,6 @@
 
 namespace harvelop
 {
-
-constexpr int LangEntries = 1000; // texts are numbered 1 to 1000
 
 class LanguageTables
 {
@@ -44,19 +42,14 @@ public:
     std::string Text(int number) const;
 
 private:
-    struct Entry {
-        std::string text;
-        std::string fontName;
-        std::int16_t fontSize = 0;
-    };
-    const Entry* entry(int number) const; // nullptr outside 1 to 1000
+    const LanguageEntry* entry(int number) const; // nullptr outside 1 to 1000
 
     const Options& m_options;
     const ProgramState& m_state;
     DataFiles& m_files;
     Dialogs& m_dialogs;
     ProgramEnd& m_end;
-    std::array<Entry, LangEntries> m_entries;
+    LanguageEntries m_entries;
 };
 
 // A control that may have a caption and a font; each setter gives false where it has none, which is passed over.

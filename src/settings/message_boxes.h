@@ -33,7 +33,8 @@ inline constexpr MessageText BoxTexts[] = {
      "this computer now ?     "},
     {551, "This will remove all previously found tallyCores and replace them with those currently connected to this "
           "computer.     "},
-    {552, "No tallyCores were found connected to this Computer"},
+    // Told only in a language file's words, with 503 behind them.
+    {552, "No tallyCores connected to this Computer were found by"},
     {553, "No tallyCores were found connected to Com"},
     {554, "You can only have 50 tallyCores in the list at once.     "},
     {555,
@@ -42,17 +43,19 @@ inline constexpr MessageText BoxTexts[] = {
     {560, "Command successfully sent to the tallyCore"},
     {561, "Error number"},
     {563, "Create Icon"},
-    {564, "Name"},
+    {564, "&Name"},
     {565, "Icon Type"},
-    {566, "Send Command(s) ->"},
-    {567, "Unload / Program"},
-    {568, "Show Terminal"},
-    {569, "Ok"},
+    {566, "&Send Command(s) ->"},
+    {567, "&Unload / Program"},
+    {568, "Show &Terminal"},
+    {569, "&Ok"},
     {570, "Successfully Connected to FTP Server at"},
     {571, "FTP Server Login Test"},
     {572, "User Name or Password is Incorrect"},
     {573, "User Name or Password is Incorrect"},
     {580, "The File is Already Open"},
+    // Told only in a language file's words.
+    {583, "There is a memory card plugged into the tallyCore"},
     {585, "Caution : You are about to send a new program to the"},
     {586, "This action will permanently delete any existing programs in the tallycore's internal memory and will "
           "replace them with the one you have selected"},
@@ -64,6 +67,9 @@ inline constexpr MessageText BoxTexts[] = {
     {591, "You have selected the following file"},
     {592, "Click Yes to send the program to the card, or click No to exit"},
     {593, "Caution : You are about to send a new program to the"},
+    // Told only in a language file's words; 595 stands behind both BEGIN and END.
+    {594, "The program must be framed by"},
+    {595, "(in capitals)"},
     {597, "You have selected the following file"},
     {598, "Click Yes to send the program to the tallyCore, or click No to exit"},
     {599, "There was an error opening the File"},
@@ -77,6 +83,8 @@ inline constexpr MessageText BoxTexts[] = {
     {608, "WARNING : There is Data from a previous program stored in the"},
     {609, "This Data has to be erased first before the new program can be sent. If you want to keep the data, do not "
           "click Yes. To keep the Data click No and either unload it or copy it to a cleared memory card now"},
+    // Told only in a language file's words.
+    {610, "Click Yes to permanently erase all Data and to send the new program to the tallyCore, or click No to Exit"},
     {611, "WARNING : Data has been found stored in the"},
     {612, "This Data has to be erased first before any current programs can be cleared. If you want to keep the data, "
           "do not click Yes. To keep the Data click No and either unload it or copy it to a cleared memory card now"},

@@ -17,6 +17,10 @@ inline constexpr MessageText PanelTexts[] = {
     {807, "tallyCore at"},
     {808, "Checking Online Status"},
     {887, "Digital Channels"},
+
+    // Stands before the name of the program on the About page, in the font of this number; a language may leave it
+    // empty.
+    {1000, ""},
 };
 
 } // namespace harvelop

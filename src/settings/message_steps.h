@@ -78,8 +78,9 @@ inline constexpr MessageText StepTexts[] = {
     {369, "Com ports"},
     {370, "are available"},
     {371, "No tallyCores Found on Com"},
-    {372, "Trying Com"},
-    {373, "baud"},
+    // Around the speed and the port; told only in a language file's words.
+    {372, "Trying"},
+    {373, "(baud : Com)"},
     {374, "Can't Connect to Com"},
     {375, "the Port is Busy"},
     {376, "Finding SMTP Server"},

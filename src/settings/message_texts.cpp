@@ -44,4 +44,13 @@ std::string_view EnglishText(int number)
     return {};
 }
 
+std::vector<int> TextNumbers()
+{
+    std::vector<int> numbers;
+    for (const auto& table : Tables)
+        for (const MessageText& text : table)
+            numbers.push_back(text.number);
+    return numbers;
+}
+
 } // namespace harvelop

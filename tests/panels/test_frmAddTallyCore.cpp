@@ -331,7 +331,7 @@ TEST(FrmAddTallyCore, TheEnglishCaptionsAreThoseOfTheTable)
 {
     AddBench b;
     b.Add();
-    const auto plain = [](QString text) { return text.remove('&').toStdString(); };
+    const auto plain = [](const QString& text) { return text.toStdString(); };
     const char* labels[] = {"lblModel", "lblSerial", "lblPassword"};
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(plain(b.The<QLabel>(labels[i]).text()), b.heart.language.Text(i + 1));

@@ -35,6 +35,12 @@ LoggerRecord loggerOf(const std::string& model)
     return record;
 }
 
+// The panel's own keys differ in places from those of the texts, which must do for the options panel too.
+QString withoutKey(const std::string& text)
+{
+    return QString::fromStdString(text).remove('&');
+}
+
 constexpr const char* Seams[] = {"cmdSetCom",    "cmdProgram", "cmdProgramClear", "cmdCard",
                                  "cmdCardClear", "cmdFlash",   "cmdFlashClear"};
 
@@ -228,8 +234,7 @@ TEST(FrmTallyCores, CaptionsAreThoseOfTheNumberedTexts)
                                                     {99, "cmdCancel"},
                                                     {100, "cmdApply"}};
     for (const auto& [number, name] : captions)
-        EXPECT_EQ(Find<QAbstractButton>(form, name).text().remove('&').toStdString(),
-                  bench.heart.language.Text(number));
+        EXPECT_EQ(Find<QAbstractButton>(form, name).text().remove('&'), withoutKey(bench.heart.language.Text(number)));
     const std::pair<int, const char*> frames[] = {
         {53, "fraProgram"},        {57, "fraCard"},        {61, "fraFlash"}, {65, "fraKR400Schedules"},
         {65, "fraKR200Schedules"}, {68, "fraUnload_File"}, {71, "fraMdb"},   {74, "fraUnload_Email"},
@@ -237,8 +242,8 @@ TEST(FrmTallyCores, CaptionsAreThoseOfTheNumberedTexts)
     for (const auto& [number, name] : frames)
         EXPECT_EQ(Find<QGroupBox>(form, name).title().toStdString(), bench.heart.language.Text(number));
     EXPECT_EQ(captionOf(form, "lblProgram"), bench.heart.language.Text(56));
-    EXPECT_EQ(Find<QLabel>(form, "lblUnloadDescription").text().remove('&').toStdString(),
-              bench.heart.language.Text(67));
+    EXPECT_EQ(Find<QLabel>(form, "lblUnloadDescription").text().remove('&'),
+              withoutKey(bench.heart.language.Text(67)));
     EXPECT_EQ(captionOf(form, "lblFlash"), bench.heart.language.Text(64));
     EXPECT_EQ(captionOf(form, "lblRecords8"), "Records");
     EXPECT_EQ(captionOf(form, "lblRecords5"), "Records");
@@ -249,7 +254,7 @@ TEST(FrmTallyCores, CaptionsAreThoseOfTheNumberedTexts)
         EXPECT_EQ(Find<QAbstractButton>(form, name).text(), heading) << name;
     const auto& tabs = Find<QTabWidget>(form, "tsTallycores");
     for (int i = 0; i < tabs.count(); ++i)
-        EXPECT_EQ(tabs.tabText(i).remove('&').toStdString(), bench.heart.language.Text(50 + i));
+        EXPECT_EQ(tabs.tabText(i).toStdString(), bench.heart.language.Text(50 + i));
     EXPECT_EQ(captionOf(form, "lblInternal"), "Internal");
     EXPECT_EQ(captionOf(form, "lblCard1"), "Card");
     EXPECT_EQ(Find<QGroupBox>(form, "draData").title(), "Stored Data (bytes)");

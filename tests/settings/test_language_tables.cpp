@@ -169,7 +169,7 @@ TEST_F(LanguageTest, NumbersOutsideTheTableHaveNoEntry)
 
 TEST_F(LanguageTest, EnglishStandsInOnlyWithoutALanguageFile)
 {
-    EXPECT_EQ(language.Text(176), "Find");
+    EXPECT_EQ(language.Text(176), "F&ind");
     load("177:1:9:Hitta portar\r\n");
     EXPECT_EQ(language.Text(177), "Hitta portar");
     EXPECT_EQ(language.Text(176), "") << "a text that the file lacks is empty";

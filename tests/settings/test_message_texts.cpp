@@ -9,7 +9,7 @@ namespace
 
 TEST(MessageTexts, FirstLastAndMiddleAreFound)
 {
-    EXPECT_EQ(EnglishText(1), "Model");
+    EXPECT_EQ(EnglishText(1), "&Model");
     EXPECT_EQ(EnglishText(371), "No tallyCores Found on Com");
     EXPECT_EQ(EnglishText(503), "tallyCore Harvel");
     EXPECT_EQ(EnglishText(887), "Digital Channels");
