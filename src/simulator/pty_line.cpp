@@ -1,5 +1,6 @@
 #include "simulator/pty_line.h"
 
+#include <algorithm>
 #include <array>
 #include <asm/termbits.h>
 #include <cerrno>
@@ -30,6 +31,19 @@ void makeRaw(int fd, unsigned baud)
     settings.c_cc[VMIN] = 1;
     settings.c_cc[VTIME] = 0;
     ioctl(fd, TCSETS2, &settings);
+}
+
+// Among what a watcher has told.
+bool anyOpened(std::string_view events)
+{
+    while (events.size() >= sizeof(inotify_event)) {
+        inotify_event event{};
+        std::memcpy(&event, events.data(), sizeof event);
+        if (event.mask & IN_OPEN)
+            return true;
+        events.remove_prefix(std::min(events.size(), sizeof event + event.len));
+    }
+    return false;
 }
 
 } // namespace
@@ -98,7 +112,7 @@ void PtyLine::Serve(double nowMs)
 {
     if (!m_master.IsOpen())
         return;
-    noticeUsers();
+    noticeUsers(nowMs);
     readInput(nowMs);
     if (m_device->OnLine())
         writeOutput(nowMs);
@@ -108,14 +122,17 @@ void PtyLine::Serve(double nowMs)
 
 // A new user finds no old characters, nor a dead one's exclusive hold. Comes first, before anything is sent to the new
 // one.
-void PtyLine::noticeUsers()
+void PtyLine::noticeUsers(double nowMs)
 {
     alignas(inotify_event) std::array<char, 4096> events;
-    if (read(m_watcher.Get(), events.data(), events.size()) <= 0)
+    const ssize_t size = read(m_watcher.Get(), events.data(), events.size());
+    if (size <= 0)
         return;
     ioctl(m_slave.Get(), TCFLSH, TCIFLUSH);
     ioctl(m_slave.Get(), TIOCNXCL);
     m_unsent.clear();
+    if (anyOpened({events.data(), static_cast<std::size_t>(size)}))
+        m_device->Opened(nowMs);
 }
 
 void PtyLine::readInput(double nowMs)

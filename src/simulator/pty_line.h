@@ -33,7 +33,7 @@ private:
 
     bool openTerminal();
     bool makeLink(const std::string& link);
-    void noticeUsers();
+    void noticeUsers(double nowMs);
     void readInput(double nowMs);
     void writeOutput(double nowMs);
     bool atOwnSpeed() const;

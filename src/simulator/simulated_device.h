@@ -25,6 +25,9 @@ public:
     // When it will next have something to send; Never if only input can make it.
     virtual double NextDueMs() const = 0;
 
+    // Somebody has opened the line.
+    virtual void Opened(double /*nowMs*/) {}
+
     // False once the device has dropped the line, as if its cable had been pulled out.
     virtual bool OnLine() const { return true; }
 };

@@ -1,24 +1,17 @@
 // tallysim: simulated loggers on pseudo terminals and TCP ports of this machine.
 
-#include "simulator/memory_file.h"
-#include "simulator/pty_line.h"
-#include "simulator/recorded_device.h"
+#include "simulator/command_run.h"
+#include "simulator/demo_simulation.h"
 #include "simulator/report_texts.h"
-#include "simulator/simulated_logger.h"
-#include "simulator/simulation_file.h"
-#include "simulator/simulation_loop.h"
-#include "simulator/tcp_line.h"
+#include "simulator/simulation.h"
 
 #include <csignal>
 #include <fstream>
 #include <iomanip>
 #include <iostream>
-#include <memory>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <string_view>
-#include <sys/signalfd.h>
 #include <vector>
 
 namespace
@@ -31,16 +24,39 @@ constexpr int Failed = 1;
 constexpr int WrongUsage = 2;
 
 constexpr std::string_view Usage = "usage: tallysim [--env] FILE\n"
+                                   "       tallysim [--env] --demo\n"
+                                   "       tallysim [--env] --replay [--fast] FILE\n"
+                                   "       tallysim ... -- COMMAND [ARGUMENT ...]\n"
                                    "       tallysim --list-models | --list-failures | --help | --version\n";
+
+struct Request {
+    enum class Source { File, Demo, Trace };
+    Source source = Source::File;
+    std::string path = {};
+    bool withAssignments = false;
+    bool fast = false;
+    std::vector<std::string> command = {}; // none: until a signal comes
+};
 
 int showHelp()
 {
     std::cout
         << Usage
-        << "\nRuns the simulated loggers of FILE until it is ended by a signal. Tells where each of them stands,\n"
-           "then \"ready\".\n\n"
+        << "\nRuns simulated loggers until it is ended by a signal, or with a COMMAND for as long as that runs: its "
+           "exit\n"
+           "code is then the command's. Tells where each of them stands, then \"ready\"; with a COMMAND on standard\n"
+           "error. The command finds them in its environment as --env tells them, and no other com ports.\n\n"
            "  --env            also tells it as HARVELOP_COM<n>=PATH and TALLYSIM_TCP_<n>=ADDRESS:PORT, where\n"
-           "                   the second n counts the loggers of FILE from 1\n"
+           "                   the second n counts the loggers from 1\n"
+           "  --demo           some loggers of all kinds, for whoever has none: try\n"
+           "                   tallysim --demo -- harvelctl find --all --yes\n"
+           "  --replay         FILE is a trace, as \"harvelctl --trace\" writes it: what was answered there is "
+           "answered\n"
+           "                   again. Where the other side departs from the trace is told on standard error; it goes\n"
+           "                   on where the trace has the line that came, and leaves unanswered what it does not "
+           "have.\n"
+           "                   A password is any line\n"
+           "  --fast           at once, not after the time that it took\n"
            "  --list-models    the models, each with its series\n"
            "  --list-failures  the failure modes and what they do\n\n"
            "FILE holds {\"loggers\": [{\"model\": \"KR40\", \"com\": 1, \"baud\": 115200}, ...]}. A logger's keys:\n"
@@ -53,15 +69,10 @@ int showHelp()
     return Done;
 }
 
-std::string described(const ModelRow& row)
-{
-    return std::string(row.model) + (row.series.empty() ? "" : " Series " + std::string(row.series));
-}
-
 int listModels()
 {
     for (const ModelRow& row : KnownModels())
-        std::cout << described(row) << '\n';
+        std::cout << DescribeModel(row) << '\n';
     return Done;
 }
 
@@ -72,218 +83,132 @@ int listFailures()
     return Done;
 }
 
-void complain(const std::string& text)
+int showVersion()
 {
-    std::cerr << "tallysim: " << text << '\n';
-}
-
-// What is written down beside the simulation; null: nothing.
-struct Records {
-    std::ostream* transcript = nullptr;
-    MemoryFile* memory = nullptr;
-};
-
-std::unique_ptr<SimulatedDevice> recorded(std::unique_ptr<SimulatedDevice> device, const std::string& name,
-                                          std::ostream* transcript)
-{
-    if (!transcript)
-        return device;
-    return std::make_unique<RecordedDevice>(std::move(device), name, *transcript);
-}
-
-std::unique_ptr<SimulatedDevice> watched(std::unique_ptr<SimulatedLogger> logger, const std::string& name,
-                                         MemoryFile* file)
-{
-    if (!file)
-        return logger;
-    return std::make_unique<WatchedLogger>(std::move(logger), name, *file);
-}
-
-std::unique_ptr<SimulatedDevice> makeLogger(const LoggerSetup& setup, const std::string& name, const Records& records)
-{
-    return recorded(watched(std::make_unique<SimulatedLogger>(setup.logger), name, records.memory), name,
-                    setup.logger.password.empty() ? records.transcript : nullptr);
-}
-
-std::unique_ptr<SimulatedLine> openLine(const LoggerSetup& setup, const std::string& name, const Records& records,
-                                        std::string& error)
-{
-    auto logger = makeLogger(setup, name, records);
-    if (setup.IsTcp())
-        return TcpLine::Open(std::move(logger), setup.tcpPort, error);
-    return PtyLine::Open(std::move(logger), static_cast<unsigned>(setup.logger.baud), setup.link, error);
-}
-
-std::unique_ptr<SimulatedLine> openModem(const ModemSetup& setup, const Records& records, std::string& error)
-{
-    PhoneBook book;
-    bool secret = false; // passwords pass the modem, too
-    for (const auto& [number, logger] : setup.phoneBook) {
-        book[number] = makeLogger(logger, "number " + number, records);
-        secret = secret || !logger.logger.password.empty();
-    }
-    auto modem = recorded(std::make_unique<SimulatedModem>(setup.modem, std::move(book)), "modem",
-                          secret ? nullptr : records.transcript);
-    return PtyLine::Open(std::move(modem), static_cast<unsigned>(setup.modem.baud), setup.link, error);
-}
-
-std::string described(const ModemSetup& setup, const std::string& place)
-{
-    std::ostringstream line;
-    line << std::left << std::setw(8) << (setup.com > 0 ? "com " + std::to_string(setup.com) : "-") << std::setw(17)
-         << place << std::setw(9) << setup.modem.baud << "modem";
-    if (!setup.link.empty())
-        line << "  " << setup.link;
-    for (const ModemFailureMode& mode : ModemFailureModes())
-        if (mode.failure == setup.modem.failure && mode.failure != ModemFailure::None)
-            line << "  " << mode.name;
-    for (const auto& [number, logger] : setup.phoneBook)
-        line << "\n        " << number << "  " << logger.logger.model;
-    return line.str();
-}
-
-std::string describe(const LoggerSetup& setup, const std::string& place)
-{
-    const auto row = FindModel(setup.logger.model, setup.logger.series);
-    std::ostringstream line;
-    line << std::left << std::setw(8) << (setup.com > 0 ? "com " + std::to_string(setup.com) : "-") << std::setw(17)
-         << place << std::setw(9) << (setup.IsTcp() ? "tcp" : std::to_string(setup.logger.baud))
-         << (row ? described(*row) : setup.logger.model);
-    if (!setup.name.empty())
-        line << "  " << setup.name;
-    if (!setup.link.empty())
-        line << "  " << setup.link;
-    if (!setup.logger.password.empty())
-        line << "  with a password";
-    for (const FailureMode& mode : FailureModes())
-        if (mode.failure == setup.logger.failure && mode.failure != Failure::None)
-            line << "  " << mode.name;
-    return line.str();
-}
-
-std::string assignment(const LoggerSetup& setup, const std::string& place, std::size_t number)
-{
-    if (setup.IsTcp())
-        return "TALLYSIM_TCP_" + std::to_string(number) + "=" + place + "\n";
-    if (setup.com > 0)
-        return "HARVELOP_COM" + std::to_string(setup.com) + "=" + (setup.link.empty() ? place : setup.link) + "\n";
-    return "";
-}
-
-std::string assignment(const ModemSetup& setup, const std::string& place)
-{
-    return setup.com > 0
-               ? "HARVELOP_COM" + std::to_string(setup.com) + "=" + (setup.link.empty() ? place : setup.link) + "\n"
-               : "";
-}
-
-// The lines are those of the loggers, then that of the modem.
-void announce(const SimulationFile& simulation, const SimulationLoop& loop, bool withAssignments)
-{
-    const std::vector<LoggerSetup>& setups = simulation.loggers;
-    std::string assignments;
-    for (std::size_t i = 0; i < setups.size(); ++i) {
-        const std::string place = loop.Lines()[i]->Place();
-        std::cout << describe(setups[i], place) << '\n';
-        assignments += assignment(setups[i], place, i + 1);
-    }
-    if (simulation.modem) {
-        const std::string place = loop.Lines().back()->Place();
-        std::cout << described(*simulation.modem, place) << '\n';
-        assignments += assignment(*simulation.modem, place);
-    }
-    std::cout << (withAssignments ? assignments : "") << "ready" << std::endl;
-}
-
-// What becomes readable when the program is told to end.
-LineHandle endSignals()
-{
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int number : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&signals, number);
-    sigprocmask(SIG_BLOCK, &signals, nullptr);
-    return LineHandle(signalfd(-1, &signals, SFD_CLOEXEC));
-}
-
-std::optional<std::string> readFile(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::string text(LargestSimulationFile + 1, '\0');
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    if (file.bad() || !(file.good() || file.eof()))
-        return std::nullopt;
-    text.resize(static_cast<std::size_t>(file.gcount()));
-    return text;
-}
-
-int simulate(const std::string& path, bool withAssignments)
-{
-    const auto text = readFile(path);
-    if (!text) {
-        complain("cannot read " + path);
-        return WrongUsage;
-    }
-    const SimulationFile simulation = ReadSimulationFile(*text);
-    for (const std::string& error : simulation.errors)
-        complain(path + ": " + error);
-    if (!simulation.errors.empty())
-        return WrongUsage;
-
-    std::signal(SIGPIPE, SIG_IGN);
-    const LineHandle ending = endSignals();
-    std::ofstream transcript;
-    if (!simulation.transcript.empty()) {
-        transcript.open(simulation.transcript, std::ios::app);
-        if (!transcript) {
-            complain("cannot write " + simulation.transcript);
-            return Failed;
-        }
-    }
-    MemoryFile memory(simulation.memory);
-    if (!simulation.memory.empty() && !memory.Write()) {
-        complain("cannot write " + simulation.memory);
-        return Failed;
-    }
-    const Records records{transcript.is_open() ? &transcript : nullptr, simulation.memory.empty() ? nullptr : &memory};
-    SimulationLoop loop;
-    std::string error;
-    const auto add = [&](std::unique_ptr<SimulatedLine> line) {
-        if (line)
-            loop.Add(std::move(line));
-        else
-            complain(error);
-        return error.empty();
-    };
-    for (std::size_t i = 0; i < simulation.loggers.size(); ++i)
-        if (!add(openLine(simulation.loggers[i], "logger " + std::to_string(i + 1), records, error)))
-            return Failed;
-    if (simulation.modem && !add(openModem(*simulation.modem, records, error)))
-        return Failed;
-    announce(simulation, loop, withAssignments);
-    loop.Run(ending.Get());
+    std::cout << "tallysim " HARVELOP_VERSION "\n";
     return Done;
 }
 
-int run(const std::vector<std::string>& arguments)
+void complain(const std::string& text)
 {
-    const std::string first = arguments.empty() ? "" : arguments.front();
-    if (arguments.size() == 1 && first == "--help")
-        return showHelp();
-    if (arguments.size() == 1 && first == "--list-models")
-        return listModels();
-    if (arguments.size() == 1 && first == "--list-failures")
-        return listFailures();
-    if (arguments.size() == 1 && first == "--version") {
-        std::cout << "tallysim " HARVELOP_VERSION "\n";
-        return Done;
+    std::cerr << "tallysim: " << text << std::endl;
+}
+
+std::optional<std::string> readFile(const std::string& path, std::size_t longest)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::string text;
+    std::vector<char> block(1 << 16);
+    while (file && text.size() <= longest) {
+        file.read(block.data(), static_cast<std::streamsize>(block.size()));
+        text.append(block.data(), static_cast<std::size_t>(file.gcount()));
     }
-    const bool withAssignments = first == "--env";
-    if (arguments.size() != (withAssignments ? 2U : 1U) || arguments.back().starts_with("--")) {
-        std::cerr << Usage;
+    return file.eof() || text.size() > longest ? std::optional(text) : std::nullopt;
+}
+
+// What is wrong with the text of `path` is told; true if nothing is.
+bool isSound(const std::string& path, const std::vector<std::string>& errors)
+{
+    for (const std::string& error : errors)
+        complain(path + ": " + error);
+    return errors.empty();
+}
+
+// Puts the lines up. Gives the exit code if that fails.
+std::optional<int> start(const Request& request, Simulation& simulation)
+{
+    const bool isTrace = request.source == Request::Source::Trace;
+    const auto text = request.source == Request::Source::Demo
+                          ? std::string(DemoSimulation())
+                          : readFile(request.path, isTrace ? LargestTrace : LargestSimulationFile);
+    if (!text) {
+        complain("cannot read " + request.path);
         return WrongUsage;
     }
-    return simulate(arguments.back(), withAssignments);
+    bool started = false;
+    if (isTrace) {
+        RecordedTrace trace = ReadTrace(*text);
+        if (!isSound(request.path, trace.errors))
+            return WrongUsage;
+        const auto pace = request.fast ? ReplayDevice::Pace::Fast : ReplayDevice::Pace::AsRecorded;
+        started = simulation.Replay(std::move(trace), pace, complain);
+    } else {
+        const SimulationFile file = ReadSimulationFile(*text);
+        if (!isSound(request.path, file.errors))
+            return WrongUsage;
+        // The demo's passwords are there to be entered.
+        started = simulation.Start(file, request.source == Request::Source::Demo ? Passwords::Told : Passwords::Untold);
+    }
+    if (started)
+        return std::nullopt;
+    complain(simulation.Error);
+    return Failed;
+}
+
+int simulate(const Request& request)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    const EndSignals signals;
+    Simulation simulation;
+    if (const auto failed = start(request, simulation))
+        return *failed;
+    std::ostream& out = request.command.empty() ? std::cout : std::cerr;
+    out << ReportLines(simulation.Lines);
+    if (request.withAssignments)
+        for (const std::string& assignment : Assignments(simulation.Lines))
+            out << assignment << '\n';
+    if (request.command.empty()) {
+        out << "ready" << std::endl;
+        RunUntilEnd(simulation.Loop, signals);
+        return Done;
+    }
+    std::string error;
+    const int code = RunCommand(request.command, simulation.Loop, signals, simulation.Lines, error);
+    if (!error.empty())
+        complain(error);
+    return code;
+}
+
+// None if the words make no sense.
+std::optional<Request> readArguments(const std::vector<std::string>& words)
+{
+    Request request;
+    std::size_t at = 0;
+    const auto take = [&](std::string_view word) { return at < words.size() && words[at] == word && ++at > 0; };
+    request.withAssignments = take("--env");
+    if (take("--demo"))
+        request.source = Request::Source::Demo;
+    else if (take("--replay"))
+        request.source = Request::Source::Trace;
+    request.fast = request.source == Request::Source::Trace && take("--fast");
+    if (request.source != Request::Source::Demo) {
+        if (at == words.size() || words[at].starts_with("--"))
+            return std::nullopt;
+        request.path = words[at++];
+    }
+    if (at == words.size())
+        return request;
+    if (!take("--") || at == words.size())
+        return std::nullopt;
+    request.command.assign(words.begin() + static_cast<std::ptrdiff_t>(at), words.end());
+    return request;
+}
+
+int run(const std::vector<std::string>& words)
+{
+    const std::string only = words.size() == 1 ? words.front() : "";
+    if (only == "--help")
+        return showHelp();
+    if (only == "--list-models")
+        return listModels();
+    if (only == "--list-failures")
+        return listFailures();
+    if (only == "--version")
+        return showVersion();
+    if (const auto request = readArguments(words))
+        return simulate(*request);
+    std::cerr << Usage;
+    return WrongUsage;
 }
 
 } // namespace

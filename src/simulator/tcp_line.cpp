@@ -66,10 +66,10 @@ void TcpLine::Serve(double nowMs)
         return;
     }
     writeOutput(nowMs);
-    admitClient();
+    admitClient(nowMs);
 }
 
-void TcpLine::admitClient()
+void TcpLine::admitClient(double nowMs)
 {
     LineHandle client(accept4(m_listener.Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (!client.IsOpen())
@@ -82,6 +82,7 @@ void TcpLine::admitClient()
     const int on = 1;
     setsockopt(client.Get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     m_client = std::move(client);
+    m_device->Opened(nowMs);
 }
 
 void TcpLine::readInput(double nowMs)

@@ -28,7 +28,7 @@ private:
     explicit TcpLine(std::unique_ptr<SimulatedDevice> device) : m_device(std::move(device)) {}
 
     bool listenOn(int port);
-    void admitClient();
+    void admitClient(double nowMs);
     void readInput(double nowMs);
     void writeOutput(double nowMs);
     void dropClient();
