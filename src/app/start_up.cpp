@@ -15,6 +15,7 @@ namespace
 
 constexpr const char* Application = "Harvel";
 constexpr const char* Section = "Parameters";
+constexpr const char* Mark = "install.ini"; // of a directory that has been set up
 
 // A directory as a key of the settings store.
 std::string storeKey(std::string directory)
@@ -74,10 +75,10 @@ void StartUp::Run(const std::string& commandLine)
     Program& p = m_program;
     findAppPath();
     p.state.RunMode.clear();
-    constexpr size_t ShortestMark = 4;
-    const std::string mark = firstLine(p.files.Read(p.state.AppPath + "install.ini"));
-    if (!Holds(commandLine, "&") && mark.size() < ShortestMark)
-        FirstRunSetup();
+    if (!Holds(commandLine, "&") && !isSetUp() && !FirstRunSetup() && !workInDataDirectory()) {
+        p.end.EndProgram(1);
+        return;
+    }
     LoadSettings(p);
     if (p.end.Ended())
         return;
@@ -114,14 +115,23 @@ void StartUp::findAppPath()
     SetAppPath(m_program, m_program.settings.Get(Application, Section, key).value_or(""));
 }
 
-void StartUp::FirstRunSetup()
+bool StartUp::isSetUp()
+{
+    constexpr size_t ShortestMark = 4;
+    return firstLine(m_program.files.Read(m_program.state.AppPath + Mark)).size() >= ShortestMark;
+}
+
+bool StartUp::FirstRunSetup()
 {
     Program& p = m_program;
     p.state.FirstRun = true;
     const std::string directory = p.desktop.CurrentDirectory();
     const std::string line =
         "Harvel was installed on " + p.desktop.DateText() + " at " + p.desktop.TimeText() + "." + std::string(CrLf);
-    p.files.Replace(join(directory, "install.ini"), line);
+    // The root of the disk is the system's, also where this user may write there.
+    const bool nobodys = directory.empty() || directory == std::string(1, PathSeparator);
+    if (nobodys || !p.files.Replace(join(directory, Mark), line))
+        return false;
     p.settings.Save(Application, Section, storeKey(directory), directory);
     findAppPath();
     // A store that can't be written must not send the data files to the root directory.
@@ -129,6 +139,29 @@ void StartUp::FirstRunSetup()
         SetAppPath(p, directory);
     for (const auto& [name, program] : {std::pair{"Harvel Options", "harvelop.exe"}, std::pair{"Harvel", "harvel.exe"}})
         p.desktop.CreateShortcut({name, p.state.AppPath + program, {}, directory});
+    return true;
+}
+
+bool StartUp::workInDataDirectory()
+{
+    Program& p = m_program;
+    const std::string title = " tallyCore Harvel";
+    const std::string here = p.desktop.CurrentDirectory();
+    const std::string own = p.desktop.DataDirectory();
+    const std::string place = here.empty() ? "the folder where it was started" : here;
+    const std::string question = "Harvel can't write in " + place + ".\n\nShall it keep its files in " + own + "?";
+    if (here != own && p.dialogs.Show({question, title, BoxIcon::Question, BoxButtons::YesNo}) != BoxAnswer::Yes)
+        return false;
+    if (p.desktop.EnterDirectory(own)) {
+        findAppPath();
+        if (isSetUp() || FirstRunSetup()) {
+            if (!here.empty())
+                p.settings.Save(Application, Section, storeKey(here), own);
+            return true;
+        }
+    }
+    p.dialogs.Show({"Harvel can't write in " + own + ".", title, BoxIcon::Critical});
+    return false;
 }
 
 void StartUp::followPath()

@@ -30,7 +30,12 @@ public:
 
 private:
     void findAppPath();
-    void FirstRunSetup();
+    bool isSetUp();
+    // Sets the current directory up as the application directory. False if nothing can be written there.
+    bool FirstRunSetup();
+    // Offers the user's data directory in place of the current one, goes there and remembers it for the next start from
+    // here. False if the user declines or nothing can be written there either, which is told.
+    bool workInDataDirectory();
     void followPath();
     void greet();
     void showSinglePanel();

@@ -20,6 +20,11 @@ public:
     virtual ~Desktop() = default;
 
     virtual std::string CurrentDirectory() const = 0; // without a trailing separator, but for the root
+    // Where this program's files belong among the user's own data, without a trailing separator; it need not exist.
+    virtual std::string DataDirectory() const = 0;
+    // Makes a directory, and those that it lies in, where they are missing, and makes it the current one. False if that
+    // can't be done; the current one then is as before.
+    virtual bool EnterDirectory(const std::string& path) = 0;
     // The root under which this user may write, with a trailing separator.
     virtual std::string DriveRoot() const = 0;
 

@@ -1,8 +1,6 @@
 #include "app/send_text.h"
-#include "app/start_up.h"
-#include "identify/fake_panel.h"
+#include "app/start_bench.h"
 #include "support/fake_forms.h"
-#include "support/test_program.h"
 
 #include <gtest/gtest.h>
 
@@ -11,42 +9,6 @@ namespace harvelop::test
 
 namespace
 {
-
-// A start whose windows only say that they were asked for.
-struct TestStart : TestProgram {
-    std::vector<std::unique_ptr<FakePanel>> made;
-    std::vector<std::string> said;
-    std::vector<std::string> asked;
-    std::function<void()> whenShown;
-
-    TestStart()
-    {
-        heart.panels.Make = [this](int number) {
-            made.push_back(std::make_unique<FakePanel>(number, heart.panelServices()));
-            return made.back().get();
-        };
-    }
-    ~TestStart() { heart.panels.Make = nullptr; }
-
-    void Start(const std::string& commandLine)
-    {
-        StartUpHooks hooks;
-        hooks.showOptions = [this] {
-            asked.emplace_back("show options");
-            if (whenShown)
-                whenShown();
-        };
-        hooks.loadOptions = [this] {
-            asked.emplace_back("load options");
-            heart.viewing.RefreshFoundLoggers();
-            heart.state.cbxUnload_TallyCores.Select(0);
-        };
-        hooks.say = [this](const std::string& line) { said.push_back(line); };
-        StartUp(heart, hooks).Run(commandLine);
-    }
-
-    void Store(const std::string& foundIni) { files.files[FoundIni] = foundIni; }
-};
 
 std::string recordLine(int number, const std::string& key)
 {

@@ -88,6 +88,36 @@ TEST_F(DesktopTest, TellsWhereItIs)
     EXPECT_EQ(desktop.DriveRoot(), QDir::homePath().toStdString() + "/");
 }
 
+TEST_F(DesktopTest, DataDirectoryLiesAmongTheUsersOwnData)
+{
+    const QByteArray before = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", "/somewhere/data");
+    EXPECT_EQ(desktop.DataDirectory(), "/somewhere/data/harvelop");
+    qunsetenv("XDG_DATA_HOME");
+    EXPECT_EQ(desktop.DataDirectory(), QDir::homePath().toStdString() + "/.local/share/harvelop");
+    if (!before.isNull())
+        qputenv("XDG_DATA_HOME", before);
+}
+
+TEST_F(DesktopTest, EnteredDirectoryIsMadeWhereItIsMissing)
+{
+    const fs::path before = fs::current_path();
+    const bool entered = desktop.EnterDirectory(base + "/a/b");
+    EXPECT_EQ(desktop.CurrentDirectory(), fs::canonical(base).string() + "/a/b");
+    fs::current_path(before);
+    EXPECT_TRUE(entered);
+}
+
+TEST_F(DesktopTest, DirectoryThatCannotBeMadeIsNotEntered)
+{
+    std::ofstream(base + "/file") << "text";
+    const std::string before = desktop.CurrentDirectory();
+    EXPECT_FALSE(desktop.EnterDirectory(base + "/file"));
+    EXPECT_FALSE(desktop.EnterDirectory(base + "/file/below"));
+    EXPECT_FALSE(desktop.EnterDirectory("/proc/harvelop")); // refused to everyone
+    EXPECT_EQ(desktop.CurrentDirectory(), before);
+}
+
 TEST_F(DesktopTest, TellsDateAndTimeInTheUsersShortForm)
 {
     const QLocale locale = QLocale::system();

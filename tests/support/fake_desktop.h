@@ -22,6 +22,13 @@ public:
     };
 
     std::string CurrentDirectory() const override { return currentDirectory; }
+    std::string DataDirectory() const override { return "/home/user/.local/share/harvelop"; }
+    bool EnterDirectory(const std::string& path) override
+    {
+        if (enters)
+            currentDirectory = path;
+        return enters;
+    }
     std::string DriveRoot() const override { return "/home/user/"; }
     std::string DateText() const override { return "21/11/2026"; }
     std::string TimeText() const override { return "09:30:00"; }
@@ -48,7 +55,8 @@ public:
     }
 
     std::string currentDirectory = "/home/user/loggers";
-    bool starts = true;                        // what the calls give
+    bool enters = true;                        // whether a directory can be made and entered
+    bool starts = true;                        // what the other calls give
     std::function<bool(const Started&)> start; // if set, what starting a program does and gives
     std::map<std::string, std::string> onPath; // programs on the user's PATH, by name
     std::vector<Started> started;

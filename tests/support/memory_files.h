@@ -26,7 +26,7 @@ public:
     }
     bool Replace(const std::string& path, const std::string& text) override
     {
-        if (full)
+        if (full || unwritable.count(path.substr(0, path.rfind('/'))))
             return false;
         files[path] = text;
         writes.push_back(path);
@@ -43,7 +43,8 @@ public:
 
     std::map<std::string, std::string> files; // path to text
     std::set<std::string> unreadable;
-    bool full = false; // nothing can be written or removed
+    bool full = false;                // nothing can be written or removed
+    std::set<std::string> unwritable; // directories in which nothing can be written
     std::vector<std::string> reads;
     std::vector<std::string> writes;
     std::vector<std::string> removed;

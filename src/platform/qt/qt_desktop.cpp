@@ -79,6 +79,21 @@ std::string QtDesktop::CurrentDirectory() const
     return fs::current_path(error).string();
 }
 
+std::string QtDesktop::DataDirectory() const
+{
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return (data + "/harvelop").toStdString();
+}
+
+bool QtDesktop::EnterDirectory(const std::string& path)
+{
+    std::error_code error;
+    fs::create_directories(path, error);
+    if (!error)
+        fs::current_path(path, error);
+    return !error;
+}
+
 std::string QtDesktop::DriveRoot() const
 {
     const std::string home = QDir::homePath().toStdString();

@@ -10,7 +10,9 @@ class QtDesktop : public Desktop
 {
 public:
     std::string CurrentDirectory() const override; // empty if it is gone
-    std::string DriveRoot() const override;        // the home directory
+    std::string DataDirectory() const override;    // by the XDG base directories
+    bool EnterDirectory(const std::string& path) override;
+    std::string DriveRoot() const override; // the home directory
 
     std::string DateText() const override;
     std::string TimeText() const override;
