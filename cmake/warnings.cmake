@@ -4,6 +4,9 @@ target_compile_options(harvelop_options INTERFACE -Wall -Wextra -Wpedantic -Wsha
                                                   -Werror)
 # g++ 12 takes plain assignments to a std::string for overlapping copies once it optimizes.
 target_compile_options(harvelop_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+# What users run is hardened as Debian's own programs are.
+target_compile_options(harvelop_options INTERFACE "$<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
+target_link_options(harvelop_options INTERFACE "$<$<CONFIG:Release>:-Wl,-z,relro,-z,now>")
 target_include_directories(harvelop_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(HARVELOP_SANITIZE)
   target_compile_options(harvelop_options INTERFACE -fsanitize=${HARVELOP_SANITIZE} -fno-omit-frame-pointer

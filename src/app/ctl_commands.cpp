@@ -32,6 +32,11 @@ int find(Program& p, Console& console, const CtlCommand& command, std::ostream& 
     LoadSettings(p);
     if (p.end.Ended())
         return CtlFailed;
+    if (!HasOptions(p)) { // which would have been made; a long search that keeps nothing helps nobody
+        const std::string directory = p.state.AppPath.substr(0, p.state.AppPath.size() - 1);
+        console.Line("Nothing can be kept in " + directory + ". Name another directory with --dir.");
+        return CtlFailed;
+    }
     TakeListedPorts(p);
     p.viewing.RebuildList();
     p.state.cbxUnload_TallyCores.Select(0);
