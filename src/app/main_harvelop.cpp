@@ -10,6 +10,7 @@
 #include "platform/qt/qt_window_desktop.h"
 
 #include <QApplication>
+#include <QIcon>
 
 #include <csignal>
 #include <iostream>
@@ -22,7 +23,8 @@ namespace
 
 constexpr const char* Usage = R"(Usage: harvelop [COMMAND]
 
-The control panel for data loggers. It works in the current directory.
+The control panel for data loggers. It works in the current directory; where it
+can't write there, it offers a folder of your own.
 
   ::n              open the panel of the logger with the key ::n
   ::n PATH         load the program file at PATH into that logger
@@ -63,6 +65,8 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     QApplication::setApplicationName("harvelop");
     QApplication::setApplicationVersion(HARVELOP_VERSION);
+    QApplication::setDesktopFileName("org.harvelop.Harvelop");
+    QApplication::setWindowIcon(QIcon(":/harvelop.svg"));
     // The hidden main object keeps the program going, whatever windows are open.
     QApplication::setQuitOnLastWindowClosed(false);
 

@@ -230,6 +230,16 @@ TEST(CtlCommands, WhatCouldNotBeStoredIsShownAndFails)
     EXPECT_EQ(t.out.str().find("KR41"), std::string::npos);
 }
 
+TEST(CtlCommands, WhereNothingCanBeKeptNothingIsSearched)
+{
+    TestCtl t;
+    t.files.full = true;
+    t.serial.Plug(4, logger("KR40", "", "5.06.0001", "012345"), "115200");
+    EXPECT_EQ(t.Run({"find"}), CtlFailed);
+    EXPECT_EQ(t.said.str(), "Nothing can be kept in /home/user/loggers. Name another directory with --dir.\n");
+    EXPECT_EQ(t.serial.Sent(), "");
+}
+
 TEST(CtlCommands, ALoggersFileThatCannotBeReadIsToldAndLeftAlone)
 {
     for (const std::vector<std::string>& words : {std::vector<std::string>{"find"}, {"list"}, {"show", "1"}}) {
