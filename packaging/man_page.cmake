@@ -1,5 +1,5 @@
-# cmake -DTEMPLATE=FILE -DPROGRAM=PATH -DVERSION=V -DDOCDIR=PATH -DOUTPUT=FILE -P man_page.cmake: the manual page of a program,
-# with what its --help says in place of @HELP@, as it stands.
+# cmake -DTEMPLATE=FILE -DPROGRAM=PATH -DVERSION=V -DOUTPUT=FILE -P man_page.cmake: the manual page of a program, with what its
+# --help says in place of @HELP@, as it stands.
 execute_process(COMMAND ${PROGRAM} --help OUTPUT_VARIABLE HELP COMMAND_ERROR_IS_FATAL ANY)
 string(REPLACE "\\" "\\e" HELP "${HELP}")
 string(REPLACE "-" "\\-" HELP "${HELP}")
