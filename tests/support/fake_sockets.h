@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace harvelop::test
@@ -70,6 +71,8 @@ public:
             m_state = Condition::Connected;
         later(1, [this, there] {
             m_state = there ? Condition::Connected : Condition::Closed;
+            if (m_device)
+                m_device->Opened(m_sockets.m_pump.NowMs());
             later(0, [this] { serve(); }); // a server speaks first
             if (there && OnConnect)
                 OnConnect();
