@@ -13,6 +13,13 @@ if(HARVELOP_SANITIZE)
                                                     -fno-sanitize-recover=all)
   target_link_options(harvelop_options INTERFACE -fsanitize=${HARVELOP_SANITIZE})
 endif()
+# Branches are counted in the source, not among those that the sanitizers add. The counters go nowhere unless LLVM_PROFILE_FILE
+# says where; the folder is recorded as "." so that clones share their objects.
+if(HARVELOP_COVERAGE)
+  target_compile_options(harvelop_options INTERFACE -fprofile-instr-generate=/dev/null -fcoverage-mapping
+                                                    -fcoverage-compilation-dir=.)
+  target_link_options(harvelop_options INTERFACE -fprofile-instr-generate)
+endif()
 
 # harvelop_library(name SOURCES... [LINK libs...]): one library a folder.
 function(harvelop_library name)
