@@ -210,6 +210,28 @@ def named_files_exist(root):
                 yield f"{path}:{number}: names a file that is not there: {name}"
 
 
+def promises_have_tests(root):
+    """Each row of a table of promises names tests, and each of them is there."""
+    path = pathlib.Path("docs/reliability.md")
+    if not (root / path).exists():
+        return
+    tests = {f"{suite}.{name}" for _, _, line in lines(root, ["tests"], ".cpp")
+             for suite, name in re.findall(r"^TEST(?:_F|_P)?\((\w+), *(\w+)\)", line)}
+    for file in files(root, ["tests"], ".py"):
+        for kind, body in re.findall(r"^class (\w+).*\n((?:(?!\S).*\n)*)", file.read_text(), re.MULTILINE):
+            tests |= {f"{file.stem}.{kind}.{name}" for name in re.findall(r"^    def (test_\w+)", body, re.MULTILINE)}
+    tests |= {file.stem for file in files(root, ["fuzz"], ".cpp")}
+    for number, line in enumerate((root / path).read_text().splitlines(), 1):
+        if not line.startswith("|") or re.match(r"\|(---|Promise |\s*Promise)", line):
+            continue
+        named = re.findall(r"`([^`]+)`", line.rstrip("| ").rpartition("|")[2])
+        if not named:
+            yield f"{path}:{number}: a promise without a test"
+        for name in named:
+            if name not in tests:
+                yield f"{path}:{number}: a test that is not there: {name}"
+
+
 RULES = {
     rule.__name__: rule
     for rule in [
@@ -224,6 +246,7 @@ RULES = {
         pictures_are_as_drawn,
         links_lead_somewhere,
         named_files_exist,
+        promises_have_tests,
     ]
 }
 

@@ -144,6 +144,18 @@ class Rules(unittest.TestCase):
         self.assertEqual(self.findings("named_files_exist"), [
             "docs/a.md:1: names a file that is not there: src/links", "docs/a.md:2: names a file that is not there: waited.h"])
 
+    def test_a_promise_without_a_test_and_one_whose_test_is_gone_are_found(self):
+        self.write("tests/core/test_a.cpp", "TEST(Files, AreKept)\n{\n}\nTEST_P(Waits, End)\n")
+        self.write("tests/deep/test_b.py", "class B(Base):\n    x = 1\n\n    def test_c(self):\n        pass\n\nclass D:\n    pass\n")
+        self.write("fuzz/fuzz_e.cpp", "")
+        self.write("docs/reliability.md", "| Promise | Held by |\n|---|---|\n| kept `x` | `Files.AreKept`, `test_b.B.test_c` |\n"
+                                          "| ends | `Waits.End`, `fuzz_e` |\n| none | `Files` or so |\n| bare | |\n"
+                                          "| gone | `test_b.D.test_c` |\n- not `promised`\n")
+        self.assertEqual(self.findings("promises_have_tests"), [
+            "docs/reliability.md:5: a test that is not there: Files",
+            "docs/reliability.md:6: a promise without a test",
+            "docs/reliability.md:7: a test that is not there: test_b.D.test_c"])
+
 
 if __name__ == "__main__":
     unittest.main()
