@@ -242,8 +242,7 @@ TEST(FrmTallyCores, CaptionsAreThoseOfTheNumberedTexts)
     for (const auto& [number, name] : frames)
         EXPECT_EQ(Find<QGroupBox>(form, name).title().toStdString(), bench.heart.language.Text(number));
     EXPECT_EQ(captionOf(form, "lblProgram"), bench.heart.language.Text(56));
-    EXPECT_EQ(Find<QLabel>(form, "lblUnloadDescription").text().remove('&'),
-              withoutKey(bench.heart.language.Text(67)));
+    EXPECT_EQ(Find<QLabel>(form, "lblUnloadDescription").text().remove('&'), withoutKey(bench.heart.language.Text(67)));
     EXPECT_EQ(captionOf(form, "lblFlash"), bench.heart.language.Text(64));
     EXPECT_EQ(captionOf(form, "lblRecords8"), "Records");
     EXPECT_EQ(captionOf(form, "lblRecords5"), "Records");
