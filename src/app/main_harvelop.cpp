@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QPalette>
 
 #include <csignal>
 #include <iostream>
@@ -31,6 +32,8 @@ can't write there, it offers a folder of your own.
   ::n %TEXT        send TEXT to that logger
   ::n %TEXT%       the same in the terminal, which stays
   --help, --version
+
+HARVELOP_TRACE=FILE in the environment adds all that passes on the links to FILE, without passwords.
 )";
 
 // Both are answered without a display. True if the word was one of them.
@@ -54,6 +57,17 @@ std::string commandLineOf(int argc, char** argv)
     return line;
 }
 
+// Some dark themes leave the colour of placeholders black.
+void makePlaceholdersLegible()
+{
+    constexpr float Dimmed = 0.7F;
+    QColor color = QApplication::palette().color(QPalette::Active, QPalette::Text);
+    color.setAlphaF(Dimmed);
+    QPalette palette;
+    palette.setColor(QPalette::PlaceholderText, color);
+    QApplication::setPalette(palette);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -67,6 +81,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(HARVELOP_VERSION);
     QApplication::setDesktopFileName("org.harvelop.Harvelop");
     QApplication::setWindowIcon(QIcon(":/harvelop.svg"));
+    makePlaceholdersLegible();
     // The hidden main object keeps the program going, whatever windows are open.
     QApplication::setQuitOnLastWindowClosed(false);
 
