@@ -210,6 +210,18 @@ def named_files_exist(root):
                 yield f"{path}:{number}: names a file that is not there: {name}"
 
 
+def keys_are_as_told(root):
+    """A document that tells of **Send via Email** (Alt+V) has the key of a control of that caption."""
+    captions = {"&Yes", "&No"}  # the toolkit's own
+    for path in files(root, ["src"], ".ui"):
+        captions |= {string.text or "" for string in xml.parse(path).getroot().iter("string")}
+    for path, number, line in prose(root):
+        for name, key in re.findall(r"\*\*([^*]+)\*\* \(Alt\+(\w)\)", line):
+            if not any(caption.replace("&", "").startswith(name) and f"&{key}".lower() in caption.lower()
+                       for caption in captions):
+                yield f"{path}:{number}: no control {name} has the key Alt+{key}"
+
+
 def promises_have_tests(root):
     """Each row of a table of promises names tests, and each of them is there."""
     path = pathlib.Path("docs/reliability.md")
@@ -246,6 +258,7 @@ RULES = {
         pictures_are_as_drawn,
         links_lead_somewhere,
         named_files_exist,
+        keys_are_as_told,
         promises_have_tests,
     ]
 }

@@ -156,6 +156,11 @@ class Rules(unittest.TestCase):
             "docs/reliability.md:6: a promise without a test",
             "docs/reliability.md:7: a test that is not there: test_b.D.test_c"])
 
+    def test_a_key_that_no_control_of_that_name_has_is_found(self):
+        self.write("src/panels/frmA.ui", "<ui><string>Sa&amp;ve</string><string>&amp;Load</string></ui>")
+        self.write("docs/a.md", "**Save** (Alt+V), **Load** (Alt+L)\n**Save** (Alt+L) **Yes** (Alt+Y)\n")
+        self.assertEqual(self.findings("keys_are_as_told"), ["docs/a.md:2: no control Save has the key Alt+L"])
+
 
 if __name__ == "__main__":
     unittest.main()
