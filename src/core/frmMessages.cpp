@@ -35,6 +35,7 @@ frmMessages::frmMessages(const MessagesServices& services, QWidget* parent)
       m_use(services)
 {
     m_ui->setupUi(this);
+    MakePlainWindowsAccessible();
     setAttribute(Qt::WA_ShowWithoutActivating);
     m_ui->pbMessages->setFormat(QString());
     m_ui->pbMessages->setMinimumWidth(fontMetrics().averageCharWidth() * WidthInCharacters);
@@ -73,9 +74,10 @@ void frmMessages::SetVisible(bool visible)
 
 void frmMessages::SetCaption(const std::string& caption)
 {
-    setWindowTitle(ToQString(caption));
+    ShowCaption(*this, caption);
     const QString text = barText(caption);
     m_ui->pbMessages->setFormat(text);
+    m_ui->pbMessages->setAccessibleDescription(text);
     // A longer step makes the window wider, and a shorter one leaves it so: it would flicker otherwise.
     const int wanted = fontMetrics().horizontalAdvance(text) + 4 * fontMetrics().averageCharWidth();
     m_ui->pbMessages->setMinimumWidth(std::max(m_ui->pbMessages->minimumWidth(), wanted));

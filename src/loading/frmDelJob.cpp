@@ -28,6 +28,7 @@ QString inItsFont(const LanguageTables& language, int number, const QString& tex
 frmDelJob::frmDelJob(const DelJobServices& services) : m_use(services), m_ui(std::make_unique<Ui::frmDelJob>())
 {
     m_ui->setupUi(this);
+    LabelLists(*this);
     const int iconSize = style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
     m_ui->Image1->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
     showInstructions();

@@ -69,6 +69,7 @@ frmAddTallyCore::frmAddTallyCore(const AddServices& services, QWidget* owner)
       m_changing(services.state.EditingExisting)
 {
     m_ui->setupUi(this);
+    LabelLists(*this);
     setAttribute(Qt::WA_QuitOnClose, false);
     fillLists();
     connectControls();
@@ -235,7 +236,7 @@ std::string frmAddTallyCore::Caption() const
 
 void frmAddTallyCore::SetCaption(const std::string& caption)
 {
-    setWindowTitle(ToQString(caption));
+    ShowCaption(*this, caption);
 }
 
 } // namespace harvelop

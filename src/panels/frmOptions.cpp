@@ -24,6 +24,7 @@ frmOptions::frmOptions(const OptionsServices& services, QWidget* parent)
     : QDialog(parent, Qt::Window), m_ui(std::make_unique<Ui::frmOptions>()), m_use(services)
 {
     m_ui->setupUi(this);
+    LabelLists(*this);
     constexpr int NameWidth = 40;
     for (QLineEdit* field : {m_ui->txtSMTPServerName, m_ui->txtSMTPSender, m_ui->txtSMTPUserName, m_ui->txtSMTPPassword,
                              m_ui->txtSMTPSiteID, m_ui->txtFTPServername, m_ui->txtFTPUserName, m_ui->txtFTPPassword,
@@ -36,6 +37,9 @@ frmOptions::frmOptions(const OptionsServices& services, QWidget* parent)
     m_ui->lblAdd->setMinimumWidth(m_ui->lblAdd->fontMetrics().averageCharWidth() * HintWidth);
     m_ui->pageAbout->setAutoFillBackground(false); // the tab's own background shows through
     m_ui->scrollAbout->viewport()->setAutoFillBackground(false);
+    QPalette ports; // " All Ports" stands as a placeholder, but is a choice like the others
+    ports.setBrush(QPalette::PlaceholderText, m_ui->cbxUnload_Ports->palette().buttonText());
+    m_ui->cbxUnload_Ports->setPalette(ports);
     connectChanges();
     connectLists();
     connectButtons();
@@ -178,7 +182,7 @@ void frmOptions::SetFormEnabled(bool enabled)
 
 void frmOptions::SetCaption(const std::string& caption)
 {
-    setWindowTitle(ToQString(caption));
+    ShowCaption(*this, caption);
 }
 
 void frmOptions::FocusOk()

@@ -3,6 +3,8 @@
 #include "core/windows_version.h"
 
 #include <QAbstractButton>
+#include <QAccessibleWidget>
+#include <QComboBox>
 #include <QFontMetrics>
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -45,6 +47,14 @@ bool isRawByte(const QString& text, qsizetype i)
     const char16_t unit = text.at(i).unicode();
     const bool paired = i > 0 && text.at(i - 1).isHighSurrogate();
     return !paired && unit >= RawByte + 0x80 && unit <= RawByte + 0xFF;
+}
+
+QAccessibleInterface* windowAccess(const QString& kind, QObject* object)
+{
+    auto* widget = qobject_cast<QWidget*>(object);
+    // Asked for each class that the object is of, the nearest first; dialogs have been answered for by then.
+    const bool plain = widget && kind == "QWidget" && widget->isWindow() && widget->windowFlags() & Qt::Window;
+    return plain ? new QAccessibleWidget(widget, QAccessible::Window) : nullptr;
 }
 
 // Whether enough of the title bar shows to take hold of the window.
@@ -184,19 +194,46 @@ void LookReadOnly(QLineEdit& field)
     field.setPalette(palette);
 }
 
+void ShowCaption(QWidget& window, const std::string& caption)
+{
+    window.setWindowTitle(ToQString(caption));
+    QAccessibleEvent changed(&window, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&changed);
+}
+
+void LabelLists(QWidget& form)
+{
+    for (QComboBox* list : form.findChildren<QComboBox*>()) {
+        if (list->accessibleName().isEmpty())
+            continue;
+        auto* label = new QLabel(list->accessibleName(), list->parentWidget());
+        label->setBuddy(list);
+        label->hide();
+    }
+}
+
+void MakePlainWindowsAccessible()
+{
+    QAccessible::installFactory(windowAccess);
+}
+
 bool WidgetCaption::SetCaption(const std::string& caption)
 {
     const QString text = ToQString(caption);
-    if (auto* label = qobject_cast<QLabel*>(&m_widget))
+    if (auto* label = qobject_cast<QLabel*>(&m_widget)) {
         label->setText(text);
-    else if (auto* button = qobject_cast<QAbstractButton*>(&m_widget))
+        if (QWidget* field = label->buddy())
+            field->setAccessibleName({});
+    } else if (auto* button = qobject_cast<QAbstractButton*>(&m_widget)) {
         button->setText(text);
-    else if (auto* box = qobject_cast<QGroupBox*>(&m_widget))
+        button->setAccessibleName({});
+    } else if (auto* box = qobject_cast<QGroupBox*>(&m_widget)) {
         box->setTitle(text);
-    else if (m_widget.isWindow())
+    } else if (m_widget.isWindow()) {
         m_widget.setWindowTitle(text);
-    else
+    } else {
         return false;
+    }
     return true;
 }
 

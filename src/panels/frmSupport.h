@@ -67,8 +67,19 @@ template <typename Form, typename Services> void ShowModally(const Services& ser
 // A text box that can be read and copied only looks like the panel around it.
 void LookReadOnly(QLineEdit& field);
 
+// Changes a window's caption, and tells screen readers: the toolkit does not.
+void ShowCaption(QWidget& window, const std::string& caption);
+
+// What a screen reader says a list is for: the toolkit tells it the chosen line as the list's name, and what the list
+// is for only by a label. Each list of the form that has an accessible name gets an invisible label of that text.
+void LabelLists(QWidget& form);
+
+// What is no dialog is told to screen readers as a window all the same, not as a part of one. Once or more often.
+void MakePlainWindowsAccessible();
+
 // A widget as ApplyLangFont sees it: labels, buttons and group boxes have a caption, windows their title; other
-// widgets have none.
+// widgets have none. The name for screen readers that goes with the English caption goes with it: theirs is then the
+// new one.
 class WidgetCaption : public CaptionedControl
 {
 public:

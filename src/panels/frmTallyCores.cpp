@@ -68,8 +68,8 @@ void frmTallyCores::Load()
         if (const LoggerRecord* shown = record())
             showLoaded(values, *shown);
     });
-    m_ui->cmdCard->setEnabled(!isKR4());
-    m_ui->cmdCardClear->setEnabled(!isKR4());
+    for (QPushButton* button : {m_ui->cmdCard, m_ui->cmdCardClear})
+        enable(*button, !isKR4(), "The memory card follows the internal memory by itself.");
     if (isKR4())
         caption(*m_ui->lblCard, 101);
     if (m_use.use.language.LangActive)
@@ -85,8 +85,8 @@ void frmTallyCores::showLoaded(const PanelValues& values, const LoggerRecord& re
     m_ui->chkSendUnloadViaEmail->setChecked(values.viaEmail);
     m_ui->chkSendUnloadViaFTP->setChecked(values.viaFTP);
     showDelivery(values.emailEnabled, values.ftpEnabled);
-    m_ui->cmdSetCom->setEnabled(m_escCancels);
-    m_ui->cmdCreateIcon->setEnabled(m_escCancels);
+    for (QPushButton* button : {m_ui->cmdSetCom, m_ui->cmdCreateIcon})
+        enable(*button, m_escCancels, "Close this panel and view the tallyCore again first.");
     ShowStored(*m_ui->txtDescription, values.description);
     if (!values.description.empty())
         m_use.state.AllowedChars = DescriptionChars; // a text that is filled in counts as a change
@@ -113,7 +113,7 @@ PanelValues frmTallyCores::Values() const
 
 void frmTallyCores::SetCaption(const std::string& caption)
 {
-    setWindowTitle(ToQString(caption));
+    ShowCaption(*this, caption);
 }
 
 void frmTallyCores::Place(int twips)
@@ -144,8 +144,19 @@ void frmTallyCores::SetVisible(bool visible)
 
 void frmTallyCores::SetControlEnabled(std::string_view control, bool enabled)
 {
-    if (auto* widget = findChild<QWidget*>(ToQString(control)))
-        widget->setEnabled(enabled);
+    auto* widget = findChild<QWidget*>(ToQString(control));
+    // One that can't be used anyway keeps its own reason.
+    if (widget && widget->isEnabledTo(widget->parentWidget()) != enabled)
+        enable(*widget, enabled, "Wait until the work in hand is done.");
+}
+
+// A button that does nothing here goes on saying so.
+void frmTallyCores::enable(QWidget& control, bool enabled, const char* whyNot)
+{
+    const QString tip = control.toolTip();
+    EnableWithReason(control, enabled, whyNot);
+    if (tip == NotAvailable)
+        control.setToolTip(tip);
 }
 
 void frmTallyCores::SelectTab(int tab)
@@ -207,7 +218,7 @@ void frmTallyCores::settle()
 {
     enableApply(false);
     if (!m_ui->chkMdb->isChecked())
-        m_ui->cmdEditMDB->setEnabled(false);
+        enable(*m_ui->cmdEditMDB, false, OnlyWithMdb);
     if (m_ui->txtDescription->text().isEmpty())
         EnableWithReason(*m_ui->chkMdb, false, "Give the tallyCore a description first.");
 }

@@ -87,7 +87,10 @@ private:
     void changeGrid(const std::function<void(PanelValues&, int rows)>& rule);
     void settle();
     void enableApply(bool enabled);
+    static void enable(QWidget& control, bool enabled, const char* whyNot);
     void enableMdb(bool enabled);
+    static constexpr const char* NotAvailable = "Not available yet.";
+    static constexpr const char* OnlyWithMdb = "Check Save to .mdb first.";
     void caption(QWidget& control, int number, const std::string& suffix = {});
     LoggerRecord* record() const { return m_use.tables.Record(m_tag); }
     bool isKR4() const;

@@ -33,7 +33,7 @@ void frmTallyCores::connectToLogger()
         if (possible)
             connect(button, &QPushButton::clicked, this, [this, work] { work(m_use, m_tag); });
         else
-            button->setToolTip("Not available yet.");
+            button->setToolTip(NotAvailable);
     };
     const auto run = [](const std::function<void()>& action) {
         return [action](const PanelServices& services, int number) { RunOnLogger(services, number, action); };

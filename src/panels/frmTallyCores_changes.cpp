@@ -40,7 +40,7 @@ void frmTallyCores::chkMdb_Click()
 {
     const bool on = m_ui->chkMdb->isChecked();
     StoreMdb(m_use, m_tag, on);
-    m_ui->cmdEditMDB->setEnabled(on);
+    enable(*m_ui->cmdEditMDB, on, OnlyWithMdb);
     changeGrid(ApplyMdbRule);
 }
 

@@ -120,7 +120,8 @@ void frmTallyCores::DescribeModel(const std::string& model)
     m_ui->Frame1->setVisible(!description.lines.empty());
     if (description.flashEnabled)
         for (QPushButton* button : {m_ui->cmdFlash, m_ui->cmdFlashClear})
-            button->setEnabled(*description.flashEnabled);
+            enable(*button, *description.flashEnabled,
+                   "Of the older tallyCores only those of Series 3 keep programs in Flash RAM.");
 }
 
 QLabel& frmTallyCores::label(std::string_view name) const
@@ -148,8 +149,8 @@ void frmTallyCores::SetUp(const PanelSetUp& setUp)
     m_ui->lblHeading->setEnabled(setUp.reduced);
     m_ui->tsTallycores->tabBar()->setEnabled(!setUp.reduced);
     if (setUp.reduced) {
-        m_ui->cmdSetCom->setEnabled(false);
-        m_ui->cmdCreateIcon->setEnabled(false);
+        for (QPushButton* button : {m_ui->cmdSetCom, m_ui->cmdCreateIcon})
+            enable(*button, false, "This tallyCore is of no known model.");
         m_ui->cmdOk->setFocus();
     }
 }

@@ -8,6 +8,7 @@
 #include <QCloseEvent>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QShortcut>
 
 namespace harvelop
 {
@@ -35,6 +36,8 @@ frmTerminal::frmTerminal(const TerminalServices& services, QWidget* parent)
     m_linkTimer.setInterval(LookAtLinkMs);
     connect(&m_linkTimer, &QTimer::timeout, this, &frmTerminal::watchLink);
     connect(m_ui->splPanes, &QSplitter::splitterMoved, this, [this] { m_borderMoved = true; });
+    moveBorderByKeys();
+    MakePlainWindowsAccessible();
     connect(m_receive, &frmReceive::ClearAsked, this, [this] {
         ClearReceived();
         m_use.exchange.txtTerminal.clear();
@@ -65,7 +68,10 @@ void frmTerminal::Load()
     m_ui->splPanes->hide();
     showCaptions();
     takePlace();
-    ShowPlaced(*this);
+    if (isPlaced())
+        ShowPlaced(*this);
+    else
+        show();
     m_use.waiting.WaitMs(100);
     if (m_stage != Stage::Loading || m_use.end.Ended())
         return;
@@ -104,7 +110,14 @@ void frmTerminal::takePlace()
     setWindowState(Qt::WindowNoState);
     setProperty("tag", QString());
     resize(stored.boundedTo(screen()->availableSize()).expandedTo(minimumSizeHint()));
-    MoveToTwips(*this, options.TerminalLeft, options.TerminalTop);
+    if (isPlaced())
+        MoveToTwips(*this, options.TerminalLeft, options.TerminalTop);
+}
+
+// Otherwise no place was ever stored, and the desktop finds one.
+bool frmTerminal::isPlaced() const
+{
+    return m_use.options.TerminalLeft != 0 || m_use.options.TerminalTop != 0;
 }
 
 void frmTerminal::keepPlace()
@@ -124,6 +137,20 @@ void frmTerminal::setSendHeight(int pixels)
     const QSplitter& panes = *m_ui->splPanes;
     const PaneHeights heights = WithSendHeight(panes.height() - panes.handleWidth(), pixels);
     m_ui->splPanes->setSizes({heights.receive, heights.send});
+}
+
+// A line at a time, for those who have no mouse.
+void frmTerminal::moveBorderByKeys()
+{
+    for (const auto& [key, lines] : {std::pair{Qt::Key_Up, 1}, std::pair{Qt::Key_Down, -1}}) {
+        auto* pressed = new QShortcut(QKeySequence(Qt::ALT | key), this);
+        connect(pressed, &QShortcut::activated, this, [this, lines = lines] {
+            setSendHeight(m_transmit->height() + lines * m_transmit->fontMetrics().lineSpacing());
+            m_borderMoved = true;
+        });
+    }
+    m_ui->splPanes->handle(1)->setAccessibleName("Border between the panes");
+    m_ui->splPanes->handle(1)->setToolTip("Alt+Up and Alt+Down move it.");
 }
 
 void frmTerminal::halve()
@@ -154,7 +181,7 @@ void frmTerminal::resizeEvent(QResizeEvent* event)
 
 void frmTerminal::SetCaption(const std::string& caption)
 {
-    setWindowTitle(ToQString(caption));
+    ShowCaption(*this, caption);
 }
 
 void frmTerminal::Append(const std::string& text)

@@ -68,9 +68,11 @@ private:
     enum class Stage { Closed, Loading, Up, Closing };
 
     void showCaptions();
+    bool isPlaced() const;
     void takePlace();
     void keepPlace();
     void setSendHeight(int pixels);
+    void moveBorderByKeys();
     void halve();
     void unload();
     bool isLinked() const;
