@@ -73,7 +73,7 @@ class Installing(unittest.TestCase):
         version = output(f"{BIN}/harvelop", "--version").split()[1]
         component = xml.etree.ElementTree.parse(PACKAGING / f"{ID}.metainfo.xml").getroot()
         first = re.compile(r"^## (\S+)", re.MULTILINE).search((ROOT / "CHANGELOG.md").read_text())
-        debian = re.match(r"harvelop \((\S+)-\d+\) ", (PACKAGING / "debian_changelog").read_text())
+        debian = re.match(r"harvelop \((\S+)-0harvelop\d+\) ", (PACKAGING / "debian_changelog").read_text())
         self.assertEqual({component.find("releases/release").get("version"), first[1], debian[1]}, {version})
 
     def test_the_sample_rules_hold_together_once_their_comment_marks_are_taken_away(self):
