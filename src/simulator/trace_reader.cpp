@@ -82,7 +82,9 @@ class Reading
 public:
     void Take(std::string_view text)
     {
-        if (text.size() > LargestTrace || !text.starts_with(Magic)) {
+        const auto behind = text.substr(0, Magic.size() + 1).substr(std::min(text.size(), Magic.size()));
+        const bool isTrace = text.starts_with(Magic) && (behind.empty() || behind == "," || behind == "\n");
+        if (text.size() > LargestTrace || !isTrace) {
             m_errors.emplace_back("line 1: this is no trace, or one of another kind");
             return;
         }

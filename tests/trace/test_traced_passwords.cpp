@@ -84,7 +84,8 @@ TEST_F(PasswordsTest, EnteredIntoTheAddDialogThatKeepsThem)
 {
     TracedCtl ctl;
     ctl.serial.Plug(1, Simulated("KR200", "2", Password), "9600");
-    EXPECT_EQ(ctl.RunTraced({"add", "--model", "KR200", "--series", "2", "--com", "1", "--baud", "9600", "--password", Password}),
+    EXPECT_EQ(ctl.RunTraced(
+                  {"add", "--model", "KR200", "--series", "2", "--com", "1", "--baud", "9600", "--password", Password}),
               CtlDone)
         << ctl.said.str();
     EXPECT_EQ(ctl.RunTraced({"test", "1"}), CtlDone) << ctl.said.str();
