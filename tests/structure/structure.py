@@ -159,6 +159,21 @@ def forms_have_layouts(root):
             yield f"{path}:{number}: a fixed geometry: {line.strip()}"
 
 
+LITERAL_COLOUR = re.compile(
+    r"setStyleSheet\(|\bQColor\(\s*[\"\d]|#[0-9a-fA-F]{6}\b|\bqRgba?\(|"
+    r"\bQt::(dark|light)?(white|black|red|green|blue|cyan|magenta|yellow|gray)\b", re.IGNORECASE)
+
+
+def colours_come_from_the_palette(root):
+    for path in files(root, ["src"], ".ui"):
+        for number, line in enumerate(path.read_text().splitlines(), 1):
+            if re.search(r"<color|\b(color|background)[\w-]*\s*:", line):
+                yield f"{path.relative_to(root)}:{number}: a colour of its own: {line.strip()}"
+    for path, number, line in lines(root, ["src"], ".cpp", ".h"):
+        if LITERAL_COLOUR.search(line):
+            yield f"{path}:{number}: a colour of its own: {line.strip()}"
+
+
 def pictures_are_as_drawn(root):
     script, folder = root / "scripts/draw-loggers", root / "src/panels/pictures"
     with tempfile.TemporaryDirectory() as scratch:
@@ -255,6 +270,7 @@ RULES = {
         files_stay_short,
         headers_read_as_documentation,
         forms_have_layouts,
+        colours_come_from_the_palette,
         pictures_are_as_drawn,
         links_lead_somewhere,
         named_files_exist,

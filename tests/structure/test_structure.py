@@ -111,6 +111,13 @@ class Rules(unittest.TestCase):
             ],
         )
 
+    def test_colours_that_no_palette_gives_are_found(self):
+        self.write("src/panels/a.ui", '<ui>\n<color alpha="255">\n<string>background-color: red</string>\n</ui>')
+        literal = ["QColor(1, 2, 3);", 'QColor("red");', "pen(Qt::darkGray);", 'label.setStyleSheet("");', 'text = "#ff0000";']
+        palette = ["palette().color(QPalette::Text);", "fill(Qt::transparent);", "QColor color = palette.color();"]
+        self.write("src/panels/a.cpp", "\n".join(literal + palette))
+        self.assertEqual(len(self.findings("colours_come_from_the_palette")), 2 + len(literal))
+
     def test_pictures_that_the_script_does_not_draw_so_are_found(self):
         self.write(
             "scripts/draw-loggers",
