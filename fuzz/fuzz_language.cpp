@@ -1,6 +1,9 @@
 // Any bytes as a language file: reading must not fail, nor make up text that the file does not hold.
 #include "hold.h"
+#include "settings/language_check.h"
 #include "settings/language_tables.h"
+#include "settings/language_template.h"
+#include "settings/message_texts.h"
 #include "support/memory_files.h"
 
 using namespace harvelop;
@@ -18,6 +21,31 @@ struct NoDialogs : Dialogs {
     std::string BrowseFolder(const std::string&, const std::string&) override { return {}; }
     std::string OpenFile(const std::string&, const std::string&) override { return {}; }
 };
+
+} // namespace
+
+namespace
+{
+
+// What the check passes is what it says: each number has its text, in a font that is named.
+void holdToTheCheck(const std::string& text, const LanguageTables& language)
+{
+    const auto findings = CheckLanguage(text);
+    int last = 0;
+    bool missing = false;
+    for (const LanguageFinding& finding : findings) {
+        fuzz::Hold(finding.line == 0 || (finding.line >= last && !missing), "findings stand in the order of the lines");
+        fuzz::Hold(!finding.text.empty(), "a finding says something");
+        last = finding.line;
+        missing = finding.line == 0;
+    }
+    if (!findings.empty())
+        return;
+    for (const int number : TextNumbers()) {
+        fuzz::Hold(language.LangText(number) != "" || WordsForFile(number).empty(), "no text is missing");
+        fuzz::Hold(!language.LangFontName(number).empty(), "no font is missing");
+    }
+}
 
 } // namespace
 
@@ -44,5 +72,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
         fuzz::Hold(language.LangFontSize(number) >= 0, "sizes are sizes");
     }
     fuzz::Hold(characters <= size, "all text comes from the file");
+    holdToTheCheck(files.files[".txt"], language);
     return 0;
 }
