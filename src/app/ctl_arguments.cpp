@@ -1,5 +1,6 @@
 #include "app/ctl_arguments.h"
 
+#include "app/ctl_completion.h"
 #include "app/ctl_options.h"
 #include "app/ctl_verbs.h"
 #include "settings/logger_record.h"
@@ -60,15 +61,17 @@ Error takeOption(const std::vector<std::string>& words, size_t& position, CtlCom
     return option->apply(command, value);
 }
 
-Error takeFields(const std::vector<std::string>& words, CtlCommand& command)
+Error takeFields(const CtlVerb& row, const std::vector<std::string>& words, CtlCommand& command)
 {
     for (const std::string& word : words) {
         const size_t equals = word.find('=');
         if (equals == std::string::npos || equals == 0)
-            return "set wants each change as FIELD=VALUE";
+            return std::string(row.word) + " wants each change as " +
+                   (row.number == CtlVerb::Number::None ? "NAME=VALUE" : "FIELD=VALUE");
         command.edits.push_back({word.substr(0, equals), word.substr(equals + 1)});
     }
-    return words.empty() ? Error("set wants at least one FIELD=VALUE") : Error();
+    const bool missing = words.empty() && row.rest == CtlVerb::Rest::Fields;
+    return missing ? Error("set wants at least one FIELD=VALUE") : Error();
 }
 
 // A line end within the text would send several lines.
@@ -88,17 +91,28 @@ Error takeFile(const std::string& verb, const std::vector<std::string>& words, C
     return {};
 }
 
+Error takeShell(const std::vector<std::string>& words, CtlCommand& command)
+{
+    if (words.size() != 1 || std::ranges::find(CompletionShells, words[0]) == CompletionShells.end())
+        return "completion wants one of bash, zsh, fish";
+    command.text = words[0];
+    return {};
+}
+
 // What stands behind the command's own word, and behind the logger's number if it takes one.
 Error takeRest(const CtlVerb& row, const std::vector<std::string>& rest, CtlCommand& command)
 {
     const std::string verb(row.word);
     switch (row.rest) {
     case CtlVerb::Rest::Fields:
-        return takeFields(rest, command);
+    case CtlVerb::Rest::MayFields:
+        return takeFields(row, rest, command);
     case CtlVerb::Rest::Text:
         return takeTextToSend(rest, command);
     case CtlVerb::Rest::File:
         return takeFile(verb, rest, command);
+    case CtlVerb::Rest::Shell:
+        return takeShell(rest, command);
     case CtlVerb::Rest::Nothing:
         break;
     }
@@ -115,7 +129,7 @@ Error takeWords(const std::vector<std::string>& plain, CtlCommand& command)
         return "there is no command " + plain[0];
     command.verb = row->verb;
     const std::vector<std::string> rest(plain.begin() + 1, plain.end());
-    if (!row->number)
+    if (row->number == CtlVerb::Number::None || (row->number == CtlVerb::Number::Possible && rest.empty()))
         return takeRest(*row, rest, command);
     if (row->rest == CtlVerb::Rest::Nothing && rest.size() > 1)
         return "there is a word too many behind " + plain[0];

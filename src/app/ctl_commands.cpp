@@ -1,6 +1,9 @@
 #include "app/ctl_commands.h"
 
+#include "app/ctl_check.h"
+#include "app/ctl_completion.h"
 #include "app/ctl_edits.h"
+#include "app/ctl_json.h"
 #include "app/ctl_language.h"
 #include "app/ctl_links.h"
 #include "app/ctl_lists.h"
@@ -8,12 +11,15 @@
 #include "app/ctl_output.h"
 #include "app/ctl_programs.h"
 #include "app/ctl_servers.h"
+#include "app/ctl_settings.h"
 #include "app/ctl_talk.h"
+#include "app/ctl_upkeep.h"
 #include "app/start_up.h"
 #include "identify/headless_panel.h"
 
 #include <algorithm>
 #include <array>
+#include <sstream>
 
 namespace harvelop
 {
@@ -46,7 +52,7 @@ int find(Program& p, Console& console, const CtlCommand& command, std::ostream& 
     p.forms.loadMessages = nullptr;
     if (p.search.FoundCount == 0)
         return CtlFailed;
-    out << LoggersAsTable(p.tables);
+    out << (command.json ? LoggersAsJson(p.tables) : LoggersAsTable(p.tables));
     return p.records.Saved() ? CtlDone : CtlFailed;
 }
 
@@ -69,21 +75,25 @@ int show(Program& p, Console& console, const CtlCommand& command, std::ostream& 
     return CtlDone;
 }
 
-int ports(Program& p, std::ostream& out)
+int ports(Program& p, const CtlCommand& command, std::ostream& out)
 {
     p.rs232.FindComPorts();
-    for (int port = 1; port <= ComPorts; ++port)
-        if (p.link.PortAvailable[static_cast<size_t>(port - 1)])
-            out << port << "  " << p.rs232.MSComm1.DeviceName(port) << "\n";
+    ordered_json all = ordered_json::array();
+    for (int port = 1; port <= ComPorts; ++port) {
+        if (!p.link.PortAvailable[static_cast<size_t>(port - 1)])
+            continue;
+        const std::string device = p.rs232.MSComm1.DeviceName(port);
+        all.push_back({{"port", port}, {"device", device}});
+        if (!command.json)
+            out << port << "  " << device << "\n";
+    }
+    if (command.json)
+        out << JsonText(all);
     return p.options.AvailablePorts.empty() ? CtlFailed : CtlDone;
 }
 
-} // namespace
-
-int RunCtlCommand(Program& program, Console& console, const CtlCommand& command, const std::string& directory,
-                  std::ostream& out, LineInput* input)
+int run(Program& program, Console& console, const CtlCommand& command, std::ostream& out, LineInput* input)
 {
-    SetAppPath(program, directory);
     switch (command.verb) {
     case CtlCommand::Verb::Find:
         return find(program, console, command, out);
@@ -92,17 +102,17 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
     case CtlCommand::Verb::Show:
         return show(program, console, command, out);
     case CtlCommand::Verb::Set:
-        return SetFields(program, console, command);
+        return SetFields(program, console, command, out);
     case CtlCommand::Verb::Lists:
         return WorkOnLists(program, console, command, out);
     case CtlCommand::Verb::Ports:
-        return ports(program, out);
+        return ports(program, command, out);
     case CtlCommand::Verb::Add:
         return AddLogger(program, console, command, out);
     case CtlCommand::Verb::Test:
-        return TestLogger(program, console, command);
+        return TestLogger(program, console, command, out);
     case CtlCommand::Verb::Connect:
-        return ReachLogger(program, console, command);
+        return ReachLogger(program, console, command, out);
     case CtlCommand::Verb::Send:
         return SendLine(program, console, command, out);
     case CtlCommand::Verb::Terminal:
@@ -117,6 +127,19 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
         return TestSMTPLogin(program, console);
     case CtlCommand::Verb::TestFTP:
         return TestFTPLogin(program, console);
+    case CtlCommand::Verb::Options:
+        return WorkOnOptions(program, console, command, out);
+    case CtlCommand::Verb::Delete:
+        return DeleteStored(program, console, command);
+    case CtlCommand::Verb::Unload:
+        return StartUnload(program, console, command);
+    case CtlCommand::Verb::Shortcut:
+        return MakeShortcut(program, console, command);
+    case CtlCommand::Verb::Check:
+        return CheckDirectory(program, command, out);
+    case CtlCommand::Verb::Completion:
+        out << CompletionScript(command.text);
+        return CtlDone;
     case CtlCommand::Verb::LanguageTemplate:
         return WriteLanguageTemplate(out);
     case CtlCommand::Verb::LanguageCheck:
@@ -129,6 +152,22 @@ int RunCtlCommand(Program& program, Console& console, const CtlCommand& command,
         return CtlDone;
     }
     return CtlUsageError;
+}
+
+} // namespace
+
+int RunCtlCommand(Program& program, Console& console, const CtlCommand& command, const std::string& directory,
+                  std::ostream& out, LineInput* input)
+{
+    SetAppPath(program, directory);
+    if (!command.json)
+        return run(program, console, command, out, input);
+    const BoxKeeper keeper(program.dialogs, console);
+    std::ostringstream shown;
+    // The terminal prints each line as it comes.
+    const int code = run(program, console, command, command.verb == CtlCommand::Verb::Terminal ? out : shown, input);
+    PrintJson(command, console, code == CtlDone && !program.end.Ended(), shown.str(), out);
+    return code;
 }
 
 bool ReachesLoggers(CtlCommand::Verb verb)

@@ -12,14 +12,6 @@ namespace harvelop
 namespace
 {
 
-// Without the blanks around it, which are for windows, as are the ends of its lines.
-std::string trimmed(std::string text)
-{
-    std::ranges::replace(text, '\r', '\n');
-    const size_t first = text.find_first_not_of(" \n");
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \n") - first + 1);
-}
-
 // While it lives the terminal does not show what is typed, and an interrupt ends the reading instead of the program, so
 // that the terminal always gets its echo back.
 class HiddenTyping
@@ -94,6 +86,13 @@ std::optional<std::string> readLine()
 
 } // namespace
 
+std::string PlainText(std::string text)
+{
+    std::ranges::replace(text, '\r', '\n');
+    const size_t first = text.find_first_not_of(" \n");
+    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \n") - first + 1);
+}
+
 Console::Console()
     : Console(std::cerr, isatty(STDERR_FILENO) == 1, isatty(STDIN_FILENO) == 1, isatty(STDOUT_FILENO) == 1)
 {
@@ -113,6 +112,12 @@ void Console::Progress(const std::string& text)
 }
 
 void Console::Line(const std::string& text)
+{
+    Keep({"error", text});
+    Print(text);
+}
+
+void Console::Print(const std::string& text)
 {
     EndProgressLine();
     m_err << text << std::endl;
@@ -148,18 +153,18 @@ void ConsoleMessages::SetCaption(const std::string& caption)
     // The arrow in front is the window's.
     constexpr std::string_view Arrow = "<- ";
     const bool arrow = caption.compare(0, Arrow.size(), Arrow) == 0;
-    const std::string text = trimmed(arrow ? caption.substr(Arrow.size()) : caption);
+    const std::string text = PlainText(arrow ? caption.substr(Arrow.size()) : caption);
     if (!text.empty())
         m_console.Progress(text);
 }
 
 BoxAnswer ConsoleDialogs::Show(const Box& box)
 {
-    const std::string text = trimmed(box.text);
+    const std::string text = PlainText(box.text);
     if (box.buttons == BoxButtons::Ok) {
-        m_console.Line(text);
+        m_console.Print(text);
         if (!box.detail.empty())
-            m_console.Line(box.detail);
+            m_console.Print(box.detail);
         return BoxAnswer::Ok;
     }
     const BoxAnswer agreed = box.buttons == BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
@@ -168,7 +173,7 @@ BoxAnswer ConsoleDialogs::Show(const Box& box)
         return agreed;
     const auto answer = m_console.Ask(text + " [y/N] ", false);
     if (!answer)
-        m_console.Line(text + " Not done: nobody to ask, and no --yes.");
+        m_console.Print(text + " Not done: nobody to ask, and no --yes.");
     return answer && (*answer == "y" || *answer == "Y" || *answer == "yes") ? agreed : declined;
 }
 
@@ -176,7 +181,7 @@ std::string ConsoleDialogs::AskPassword(const std::string& text, const std::stri
 {
     if (m_password)
         return *m_password;
-    m_console.Line(trimmed(text));
+    m_console.Print(PlainText(text));
     return m_console.Ask("Password: ", true).value_or("");
 }
 

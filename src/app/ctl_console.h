@@ -7,9 +7,20 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace harvelop
 {
+
+// A text of a box without the blanks around it and the ends of its lines, which are for windows.
+std::string PlainText(std::string text);
+
+// What a command has told, for its result as JSON.
+struct ConsoleMessage {
+    std::string kind; // "information", "warning", "error" or "question"
+    std::string text;
+    std::string answer = {}; // to a question: "yes" or "no"
+};
 
 // Standard error as one place: a moving line on a terminal, plain lines otherwise.
 class Console
@@ -22,11 +33,15 @@ public:
     }
 
     void Progress(const std::string& text); // replaces the moving line, or prints a line
-    void Line(const std::string& text);     // a line that stays
+    void Line(const std::string& text);     // a line that stays and tells what failed
+    void Print(const std::string& text);    // a line that stays and is no message, or is kept otherwise
     void EndProgressLine();                 // ends a moving line that stands
 
     // Asks on the terminal; none without one or at its end of input. `hidden` does not show what is typed.
     std::optional<std::string> Ask(const std::string& question, bool hidden);
+
+    void Keep(ConsoleMessage message) { m_messages.push_back(std::move(message)); }
+    const std::vector<ConsoleMessage>& Messages() const { return m_messages; }
 
     bool ShowsResults() const { return m_showsResults; } // standard output, too, is a terminal
 
@@ -37,6 +52,7 @@ private:
     bool m_showsResults;
     bool m_stands = false; // a moving line stands
     std::string m_last;
+    std::vector<ConsoleMessage> m_messages;
 };
 
 // The progress "window" of the command line.

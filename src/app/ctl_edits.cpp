@@ -24,7 +24,7 @@ bool isFolder(const std::string& path)
 
 } // namespace
 
-int SetFields(Program& program, Console& console, const CtlCommand& command)
+int SetFields(Program& program, Console& console, const CtlCommand& command, std::ostream& out)
 {
     Program& p = program;
     if (!LoadLogger(p, console, command.number) || !OptionsReadable(p, console))
@@ -43,6 +43,7 @@ int SetFields(Program& program, Console& console, const CtlCommand& command)
     };
     // First to copies: the opening of a panel alone saves already.
     LoggerRecord& record = *p.tables.Record(command.number);
+    const LoggerRecord before = record;
     EditedLogger tried = {LoadPanelValues(record, p.options, false), record};
     if (refused(tried))
         return CtlFailed;
@@ -61,8 +62,11 @@ int SetFields(Program& program, Console& console, const CtlCommand& command)
     record = edited.record;
     StorePanel(p.panelServices(), command.number);
     panel->Unload();
-    if (p.records.Saved())
+    if (p.records.Saved()) {
+        if (command.json)
+            out << ChangesAsJson(before, record);
         return CtlDone;
+    }
     console.Line("The file " + p.state.AppPath + "found.ini can't be written.");
     return CtlFailed;
 }

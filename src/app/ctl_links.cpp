@@ -2,6 +2,7 @@
 
 #include "app/add_services.h"
 #include "app/ctl_commands.h"
+#include "app/ctl_json.h"
 #include "app/ctl_loggers.h"
 #include "app/start_up.h"
 #include "identify/headless_panel.h"
@@ -71,6 +72,18 @@ int store(Program& p, Console& console, const AddValues& values, std::ostream& o
     return CtlFailed;
 }
 
+// What has answered, right or wrong.
+void tellFound(Program& p, const CtlCommand& command, std::ostream& out)
+{
+    const int number = command.number;
+    const std::string& model = p.search.IdentifiedModel.Get(number);
+    if (command.json && !model.empty())
+        out << JsonText({{"model", model},
+                         {"series", p.search.IdentifiedSeries.Get(number)},
+                         {"serial", p.search.IdentifiedSerial.Get(number - 1)},
+                         {"version", p.search.IdentifiedVersion.Get(number - 1)}});
+}
+
 } // namespace
 
 int AddLogger(Program& program, Console& console, const CtlCommand& command, std::ostream& out)
@@ -102,7 +115,7 @@ bool TakeLogger(Program& program, Console& console, int number)
     return !program.end.Ended();
 }
 
-int TestLogger(Program& program, Console& console, const CtlCommand& command)
+int TestLogger(Program& program, Console& console, const CtlCommand& command, std::ostream& out)
 {
     Program& p = program;
     if (!TakeLogger(p, console, command.number))
@@ -116,13 +129,14 @@ int TestLogger(Program& program, Console& console, const CtlCommand& command)
     p.link.ConnectionKind = values.kind;
     TestConnection(AddServicesOf(p), values);
     console.EndProgressLine();
+    tellFound(p, command, out);
     if (!p.search.IdentifiedModel.Get(command.number).empty() && !p.end.Ended())
         return CtlDone;
     console.Line("No logger was found.");
     return CtlFailed;
 }
 
-int ReachLogger(Program& program, Console& console, const CtlCommand& command)
+int ReachLogger(Program& program, Console& console, const CtlCommand& command, std::ostream& out)
 {
     Program& p = program;
     if (!TakeLogger(p, console, command.number))
@@ -132,6 +146,7 @@ int ReachLogger(Program& program, Console& console, const CtlCommand& command)
     p.connecting.ConnectLogger(command.number);
     const bool reached = p.link.LinkConnected;
     p.connecting.ReleaseLink();
+    tellFound(p, command, out);
     console.EndProgressLine();
     return reached ? CtlDone : NotReached(console, command.number);
 }

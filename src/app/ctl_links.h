@@ -16,10 +16,11 @@ namespace harvelop
 int AddLogger(Program& program, Console& console, const CtlCommand& command, std::ostream& out);
 
 // As the Test button of the dialog that changes a stored logger: looks for any logger there. Nothing is stored.
-int TestLogger(Program& program, Console& console, const CtlCommand& command);
+// With --json `out` gets what was found, if anything.
+int TestLogger(Program& program, Console& console, const CtlCommand& command, std::ostream& out);
 
-// Reaches the logger, sees whether it is the one that is stored, and releases it.
-int ReachLogger(Program& program, Console& console, const CtlCommand& command);
+// Reaches the logger, sees whether it is the one that is stored, and releases it. `out` as above.
+int ReachLogger(Program& program, Console& console, const CtlCommand& command, std::ostream& out);
 
 // Makes the stored logger the one in work, with the options loaded. False, and told, if that can't be.
 bool TakeLogger(Program& program, Console& console, int number);

@@ -155,8 +155,10 @@ int WorkOnLists(Program& program, Console& console, const CtlCommand& command, s
     }
     if (!readLists(program, console, command.number))
         return CtlFailed;
-    if (command.deleteAll || !command.listEdits.empty())
-        return change(program, console, command, schedule);
+    const bool changes = command.deleteAll || !command.listEdits.empty();
+    const int code = changes ? change(program, console, command, schedule) : CtlDone;
+    if (code != CtlDone || (changes && !command.json))
+        return code;
     const auto shown = shownLists(program, command, keys);
     out << (command.json ? ListsAsJson(shown) : ListsAsText(shown));
     return CtlDone;

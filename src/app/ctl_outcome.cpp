@@ -3,9 +3,13 @@
 namespace harvelop
 {
 
-Outcome::Outcome(GatedDialogs& dialogs) : m_dialogs(dialogs)
+Outcome::Outcome(GatedDialogs& dialogs) : m_dialogs(dialogs), m_before(dialogs.OnAnswered)
 {
-    m_dialogs.OnAnswered = [this](const Box& box, BoxAnswer answer) { take(box, answer); };
+    m_dialogs.OnAnswered = [this](const Box& box, BoxAnswer answer) {
+        take(box, answer);
+        if (m_before)
+            m_before(box, answer);
+    };
 }
 
 void Outcome::take(const Box& box, BoxAnswer answer)

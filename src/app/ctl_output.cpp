@@ -1,10 +1,10 @@
 #include "app/ctl_output.h"
 
+#include "app/ctl_json.h"
 #include "identify/logger_viewing.h"
 
 #include <algorithm>
 #include <array>
-#include <nlohmann/json.hpp>
 #include <sstream>
 #include <vector>
 
@@ -14,15 +14,7 @@ namespace harvelop
 namespace
 {
 
-using nlohmann::ordered_json;
-
 using Row = std::vector<std::string>;
-
-// Texts of the data files are bytes; what is no UTF-8 in them is replaced here, since JSON can't hold it.
-std::string dump(const ordered_json& value)
-{
-    return value.dump(2, ' ', false, ordered_json::error_handler_t::replace) + "\n";
-}
 
 template <typename Do> void forEachLogger(const LoggerTables& tables, Do use)
 {
@@ -60,6 +52,13 @@ std::string entryName(const LoggerRecord& record, int entry)
     const auto letters = ScheduleLetters(record.LoggerModel);
     const auto index = static_cast<size_t>(entry);
     return index < letters.size() ? std::string(1, letters[index]) : std::to_string(entry);
+}
+
+// "LoggerPort", or an entry as "ScheduleOn.A".
+std::string fieldName(const LoggerRecord& record, const RecordField& field)
+{
+    const std::string entry = field.kind == RecordField::Kind::Schedule ? "." + entryName(record, field.entry) : "";
+    return std::string(field.table) + entry;
 }
 
 } // namespace
@@ -118,17 +117,14 @@ std::string LoggersAsJson(const LoggerTables& tables)
                        {"baud", r.LoggerBaud},
                        {"key", r.LoggerIconKey}});
     });
-    return dump(all);
+    return JsonText(all);
 }
 
 std::string LoggerAsText(const LoggerRecord& record)
 {
     std::string lines;
     for (const auto& field : AllRecordFields()) {
-        lines += field.table;
-        if (field.kind == RecordField::Kind::Schedule)
-            lines += "." + entryName(record, field.entry);
-        lines += "=" + Printable(FieldText(record, field)) + "\n";
+        lines += fieldName(record, field) + "=" + Printable(FieldText(record, field)) + "\n";
     }
     return lines;
 }
@@ -137,7 +133,22 @@ std::string LoggerAsJson(const LoggerRecord& record, int number)
 {
     ordered_json object = {{"number", number}};
     object.update(fieldsOf(record));
-    return dump(object);
+    return JsonText(object);
+}
+
+std::string ChangesAsJson(const LoggerRecord& before, const LoggerRecord& now)
+{
+    ordered_json changes = ordered_json::object();
+    for (const auto& field : AllRecordFields()) {
+        const std::string value = FieldText(now, field);
+        if (value == FieldText(before, field))
+            continue;
+        if (field.kind == RecordField::Kind::Integer)
+            changes[fieldName(now, field)] = now.*field.integer;
+        else
+            changes[fieldName(now, field)] = value;
+    }
+    return JsonText(changes);
 }
 
 std::string ListsAsText(const std::vector<ShownList>& lists)
@@ -158,7 +169,7 @@ std::string ListsAsJson(const std::vector<ShownList>& lists)
     ordered_json all = ordered_json::array();
     for (const ShownList& list : lists)
         all.push_back({{"schedule", list.key}, {"description", list.description}, {"addresses", list.addresses}});
-    return dump(all);
+    return JsonText(all);
 }
 
 } // namespace harvelop

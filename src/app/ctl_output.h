@@ -23,6 +23,9 @@ std::string LoggerAsText(const LoggerRecord& record);
 // An object of the tables' names; a schedule table is an array of its twelve entries.
 std::string LoggerAsJson(const LoggerRecord& record, int number);
 
+// An object of the fields that differ, named as `LoggerAsText` names them, with what they hold now.
+std::string ChangesAsJson(const LoggerRecord& before, const LoggerRecord& now);
+
 struct ShownList {
     std::string key;     // "0", "A", …
     std::string caption; // "All Schedules", "Schedule A", …

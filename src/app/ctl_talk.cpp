@@ -1,6 +1,7 @@
 #include "app/ctl_talk.h"
 
 #include "app/ctl_commands.h"
+#include "app/ctl_json.h"
 #include "app/ctl_links.h"
 #include "app/ctl_output.h"
 #include "core/text_lines.h"
@@ -26,14 +27,17 @@ constexpr double BetweenLinesMs = 10; // what is piped in must not fill the memo
 class Pane : public TerminalForm
 {
 public:
-    Pane(Program& program, Console& console, std::ostream& out, bool forScreen)
-        : m_program(program), m_lines(console), m_out(out), m_forScreen(forScreen)
+    enum class Form { Bytes, Screen, Json }; // as it comes; what a screen can show; an object for each line
+    Pane(Program& program, Console& console, std::ostream& out, Form form)
+        : m_program(program), m_lines(console), m_out(out), m_form(form)
     {
         m_program.forms.terminal = this;
         m_program.state.TerminalOpen = true;
     }
     ~Pane() override
     {
+        if (m_form == Form::Json && !m_held.empty())
+            printLines("\n");
         Close();
         m_program.forms.terminal = nullptr;
     }
@@ -47,12 +51,26 @@ public:
     void Append(const std::string& text) override
     {
         m_taken += text.size();
-        m_out << (m_forScreen ? printable(text) : text) << std::flush;
+        if (m_form == Form::Json)
+            return printLines(text);
+        m_out << (m_form == Form::Screen ? printable(text) : text) << std::flush;
     }
     void ClearReceived() override {}
     void Close() override { m_program.state.TerminalOpen = false; }
 
 private:
+    // Each line that is whole; the rest is held.
+    void printLines(const std::string& text)
+    {
+        m_held += text;
+        for (size_t end = m_held.find('\n'); end != std::string::npos; end = m_held.find('\n')) {
+            std::string line = m_held.substr(0, end);
+            std::erase(line, '\r');
+            m_held.erase(0, end + 1);
+            m_out << JsonText({{"received", line}}, true) << std::flush;
+        }
+    }
+
     // A character that comes in two pieces is looked at whole.
     std::string printable(const std::string& text)
     {
@@ -68,9 +86,9 @@ private:
     Program& m_program;
     ConsoleMessages m_lines;
     std::ostream& m_out;
-    bool m_forScreen;
+    Form m_form;
     size_t m_taken = 0;
-    std::string m_held;
+    std::string m_held; // the beginning of what can't be printed yet
 };
 
 // Until nothing has come for a second.
@@ -89,7 +107,7 @@ void awaitSilence(Program& p, const Pane& pane)
 int exchange(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
     std::ostringstream answer;
-    const Pane pane(p, console, answer, false);
+    const Pane pane(p, console, answer, Pane::Form::Bytes);
     p.exchange.txtTerminal.clear(); // what came before is no answer
     p.exchange.SendToLogger(command.text);
     awaitSilence(p, pane);
@@ -117,7 +135,8 @@ void talk(Program& p, const Pane& pane, LineInput& input)
 
 int talkOnPane(Program& p, Console& console, const CtlCommand& command, std::ostream& out, LineInput& input)
 {
-    const Pane pane(p, console, out, console.ShowsResults());
+    const Pane::Form plain = console.ShowsResults() ? Pane::Form::Screen : Pane::Form::Bytes;
+    const Pane pane(p, console, out, command.json ? Pane::Form::Json : plain);
     p.state.QuietConnect = true;
     p.connecting.ConnectLogger(command.number);
     p.state.QuietConnect = false;

@@ -5,18 +5,18 @@ namespace harvelop
 
 std::string CtlUsage()
 {
-    return R"(Usage: harvelctl [--dir DIR] COMMAND
+    return R"(Usage: harvelctl [--dir DIR] COMMAND [--json]
 
   find [--port N | --all] [--yes] [--password TEXT]
                    search the com ports for loggers and store what is found;
                    --yes replaces stored loggers without asking,
                    --password answers when a logger wants a password
-  list [--json]    the stored loggers
-  show N [--json]  all fields of logger N
+  list             the stored loggers
+  show N           all fields of logger N
   set N FIELD=VALUE...
                    change fields of logger N by the rules of its panel, in this
                    order, all or none; FIELD as "show" names it: ScheduleOn.A
-  lists N [--schedule KEY] [--json]
+  lists N [--schedule KEY]
                    to which addresses the data of logger N go, by schedule;
                    KEY is a schedule's letter, or 0 for the list of all
   lists N [--schedule KEY] [--description TEXT] [--clear]
@@ -34,6 +34,7 @@ std::string CtlUsage()
        --tcp HOST:PORT)
                    store a logger as the dialog does and print its number; a
                    modem's speed counts only once the logger is changed there
+  delete N [--yes] delete logger N and its lists; those behind it move up
   test N           look for a logger where logger N is stored; stores nothing
   connect N        reach logger N, see whether it is the one, and release it
   send N TEXT      send a line to logger N and print its answer; a TEXT that
@@ -49,14 +50,40 @@ std::string CtlUsage()
                    flash memory
                    load and clear ask what the windows ask, such as before data
                    are lost; --yes answers every question with yes
+  unload [N]       start harvel for all loggers, or for logger N
+  shortcut N [--name TEXT] [--command TEXT [--terminal]]
+                   put an icon on the desktop that unloads logger N, or sends
+                   it a command and, with --terminal, stays in the terminal
+  options [NAME=VALUE...]
+                   show the options, or change them by the rules of their
+                   panel, in this order, all or none
   test-smtp, test-ftp
                    log in to the mail server, the FTP server of options.ini
+  check            name all that is odd in the data files, a line each as
+                   FILE:LINE: TEXT; changes nothing
+  language-template
+                   print a language file with all texts in English
+  language-check FILE
+                   name what is missing, doubled or malformed in it
+  completion SHELL print what bash, zsh or fish needs to complete commands
 
   --dir DIR        the application directory (the current one)
+  --trace FILE     write every byte of every link to FILE, passwords masked
+  --json           print the result as JSON. What shows something prints just
+                   that: list, lists, ports and the checks an array, show and
+                   options an object. All others print an object with "done",
+                   true or false, "messages", what was told, each with "kind"
+                   (information, warning, error or question), "text" and, of
+                   a question, "answer"; and what came of it: "loggers" of
+                   find, "number" of add, "found" of test and connect,
+                   "changed" of set and options, "lists" of lists, "answer" of
+                   send, "jobs" of jobs. terminal prints {"received": LINE}
+                   for each line and then that object. What can't be shown
+                   is such an object, too. Wrong usage prints no JSON.
   --help, --version
 
 Results go to standard output, progress to standard error.
-Exit codes: 0 done, 1 nothing found, refused or failed, 2 wrong usage.
+Exit codes: 0 done, 1 nothing found, refused, failed or odd, 2 wrong usage.
 )";
 }
 

@@ -10,10 +10,12 @@ namespace harvelop
 {
 
 struct CtlVerb {
-    enum class Rest { Nothing, Fields, Text, File }; // what stands behind the word, and behind the number
+    enum class Number { None, Wanted, Possible }; // of a stored logger
+    // What stands behind the word, and behind the number. MayFields: fields or nothing.
+    enum class Rest { Nothing, Fields, MayFields, Text, File, Shell };
     std::string_view word;
     CtlCommand::Verb verb;
-    bool number = false; // wants the number of a stored logger
+    Number number = Number::None;
     Rest rest = Rest::Nothing;
 };
 

@@ -15,6 +15,11 @@ std::string LinkDescriptionOf(const LoggerRecord& record)
     return record.LoggerModel + way + record.LoggerPort;
 }
 
+std::string StandardSaveFolder(const std::string& driveRoot)
+{
+    return driveRoot + "tallyCore" + PathSeparator;
+}
+
 void LoadPanel(const PanelServices& services, int number, const std::function<void(const PanelValues&)>& show)
 {
     services.controls.SetFormEnabled(false);
@@ -26,7 +31,7 @@ void LoadPanel(const PanelServices& services, int number, const std::function<vo
     const PanelValues values = LoadPanelValues(*record, services.options, fresh);
     // A comma in the name of the home directory would end the field.
     if (record->LoggerSaveFolder.empty() && !Holds(services.state.DriveRoot, ","))
-        record->LoggerSaveFolder = services.state.DriveRoot + "tallyCore" + PathSeparator;
+        record->LoggerSaveFolder = StandardSaveFolder(services.state.DriveRoot);
     if (!services.state.SearchRunning)
         services.state.NewLoggerMode = false;
     if (record->LoggerTab == 0)

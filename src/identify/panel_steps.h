@@ -59,6 +59,9 @@ struct PanelServices {
     Desktop& desktop;
 };
 
+// Where a logger's data go that has no folder of its own yet; the unload program makes it.
+std::string StandardSaveFolder(const std::string& driveRoot);
+
 // How messages name a logger: "KR40 at 10.0.0.5:3000". As the link type, the host and the TCP port of the record stand.
 std::string LinkDescriptionOf(const LoggerRecord& record);
 

@@ -27,6 +27,16 @@ void SetCom(PanelServices services, int number);
 // Saves all and starts the unload program for this logger.
 void UnloadLogger(PanelServices services, int number);
 
+// The same for all loggers, which is no panel's work.
+struct UnloadServices {
+    Essentials use;
+    const LoggerTables& tables;
+    OptionsStore& store;
+    Desktop& desktop;
+    const std::string& directory; // `AppPath`
+};
+void UnloadAllLoggers(const UnloadServices& services);
+
 // Lets the user choose where the logger's data go; what it is now stands where nothing usable was chosen. True if it
 // changed.
 bool ChooseSaveFolder(PanelServices services, int number);

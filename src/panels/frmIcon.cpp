@@ -108,18 +108,11 @@ void frmIcon::showOk()
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the panel that it came from may go meanwhile
 void CreateIcon(PanelServices services, QWidget& owner, int number)
 {
-    StorePanel(services, number);
-    const LoggerRecord* stored = services.tables.Record(number);
-    if (!stored)
-        return;
-    const LoggerRecord record = *stored; // what the user sees it named by while it is asked for
-    services.link.LinkDescription = LinkDescriptionOf(record);
-    const std::string defaultName = DefaultIconName(record);
-    IconChoice choice;
-    ShowModally<frmIcon>(IconQuestion{services.use.language, defaultName, choice}, owner);
-    const auto shortcut = IconShortcut(choice, record, defaultName, services.state.AppPath);
-    if (shortcut && !services.end.Ended())
-        services.desktop.CreateShortcut(*shortcut);
+    MakeIcon(services, number, [&](const std::string& defaultName) {
+        IconChoice choice;
+        ShowModally<frmIcon>(IconQuestion{services.use.language, defaultName, choice}, owner);
+        return choice;
+    });
 }
 
 } // namespace harvelop

@@ -1,4 +1,5 @@
 // The buttons of the panel.
+#include "identify/panel_work.h"
 #include "panels/frmOptions.h"
 #include "panels/frmSupport.h"
 #include "ui_frmOptions.h"
@@ -68,15 +69,7 @@ void frmOptions::cmdUnload_Delete_Click()
 
 void frmOptions::cmdUnload_Unload_Click()
 {
-    const LanguageTables& language = m_use.use.language;
-    if (!m_use.tables.HaveFoundLoggers) {
-        showBox({language.Text(555), boxTitle(), BoxIcon::Information});
-        return;
-    }
-    m_use.store.SaveOptions();
-    const std::string& directory = m_use.state.AppPath;
-    if (!m_use.desktop.StartProgram(directory + "harvel.exe", {}, directory))
-        showBox({language.Text(531) + " " + directory + "harvel.exe " + language.Text(532), "", BoxIcon::Critical});
+    UnloadAllLoggers({m_use.use, m_use.tables, m_use.store, m_use.desktop, m_use.state.AppPath});
 }
 
 void frmOptions::cmdTerminal_Click()

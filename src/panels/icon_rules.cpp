@@ -1,7 +1,5 @@
 #include "panels/icon_rules.h"
 
-#include "identify/panel_steps.h"
-
 #include <algorithm>
 
 namespace harvelop
@@ -36,6 +34,20 @@ std::optional<Shortcut> IconShortcut(const IconChoice& choice, const LoggerRecor
         shortcut.arguments.push_back("%" + choice.IconCommand + choice.IconTerminalMark);
     shortcut.workingDirectory = appPath;
     return shortcut;
+}
+
+bool MakeIcon(const PanelServices& services, int number,
+              const std::function<IconChoice(const std::string& defaultName)>& ask)
+{
+    StorePanel(services, number);
+    const LoggerRecord* stored = services.tables.Record(number);
+    if (!stored)
+        return false;
+    const LoggerRecord record = *stored; // what the user sees it named by while it is asked for
+    services.link.LinkDescription = LinkDescriptionOf(record);
+    const std::string defaultName = DefaultIconName(record);
+    const auto shortcut = IconShortcut(ask(defaultName), record, defaultName, services.state.AppPath);
+    return shortcut && !services.end.Ended() && services.desktop.CreateShortcut(*shortcut);
 }
 
 } // namespace harvelop

@@ -1,9 +1,11 @@
 // Shortcuts on the desktop for one logger: what they are called, and what they hand to the unload program.
 #pragma once
 
+#include "identify/panel_steps.h"
 #include "platform/desktop.h"
 #include "settings/logger_record.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -30,5 +32,10 @@ std::string UnnamedIcon(const IconChoice& choice, const std::string& defaultName
 // commands are one further argument as they were typed, between their marks. Nothing if cancelled or not chosen.
 std::optional<Shortcut> IconShortcut(const IconChoice& choice, const LoggerRecord& record,
                                      const std::string& defaultName, const std::string& appPath);
+
+// Stores the panel's values of the logger, asks what the shortcut is to be, and puts it on the desktop. False if there
+// is none then.
+bool MakeIcon(const PanelServices& services, int number,
+              const std::function<IconChoice(const std::string& defaultName)>& ask);
 
 } // namespace harvelop

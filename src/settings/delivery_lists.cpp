@@ -11,21 +11,6 @@ namespace harvelop
 namespace
 {
 
-// Which schedule a key of a file stands for. "F" to "K" have their places in the older family too, where nothing writes
-// them back; the place of "E" belongs to "X" there. So these lines of a logger that has changed its model are lost at
-// the next save: that is meant.
-std::optional<size_t> scheduleOf(char key, bool kr4)
-{
-    constexpr std::string_view Fixed = "0ABCDEFGHIJKX";
-    constexpr size_t OlderX = 5;
-    if (!kr4 && key == 'E')
-        return std::nullopt;
-    if (!kr4 && key == 'X')
-        return OlderX;
-    const size_t schedule = Fixed.find(key);
-    return schedule == std::string_view::npos ? std::nullopt : std::optional<size_t>(schedule);
-}
-
 void putLine(std::string& text, char key, char mark, const std::string& value)
 {
     if (!value.empty())
@@ -37,6 +22,18 @@ void putLine(std::string& text, char key, char mark, const std::string& value)
 std::string ScheduleKeysOf(std::string_view model)
 {
     return "0" + std::string(ScheduleLetters(model));
+}
+
+std::optional<size_t> ListScheduleOf(char key, bool kr4)
+{
+    constexpr std::string_view Fixed = "0ABCDEFGHIJKX";
+    constexpr size_t OlderX = 5;
+    if (!kr4 && key == 'E')
+        return std::nullopt;
+    if (!kr4 && key == 'X')
+        return OlderX;
+    const size_t schedule = Fixed.find(key);
+    return schedule == std::string_view::npos ? std::nullopt : std::optional<size_t>(schedule);
 }
 
 std::string ListNumber(std::string_view iconKey)
@@ -95,7 +92,7 @@ void DeliveryLists::takeLine(std::string_view line, std::array<size_t, ListSched
     constexpr size_t KeyLength = 2;
     if (line.size() < KeyLength)
         return;
-    const auto schedule = scheduleOf(line[0], isKR4());
+    const auto schedule = ListScheduleOf(line[0], isKR4());
     const std::string value(line.substr(KeyLength));
     if (schedule && line[1] == ';')
         m_tables.ListDescriptions.at(*schedule) = value;

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,11 @@ struct DeliveryTables {
 // The keys of a model's schedules, "0" for all of them first: "0ABCDEFGHIJKX" or "0ABCDX". A key's position is its
 // schedule index.
 std::string ScheduleKeysOf(std::string_view model);
+
+// Which schedule a key of a file stands for. "F" to "K" have their places in the older family too, where nothing writes
+// them back; the place of "E" belongs to "X" there. So these lines of a logger that has changed its model are lost at
+// the next save: that is meant.
+std::optional<size_t> ListScheduleOf(char key, bool kr4);
 
 // The N of a logger's file: up to five characters behind the "::" of its key; empty without a key.
 std::string ListNumber(std::string_view iconKey);

@@ -10,22 +10,12 @@
 namespace harvelop
 {
 
-namespace
+std::string_view RecordIn(std::string_view line)
 {
-
-constexpr std::string_view RecordKey = "tallyCoreSettings=";
-constexpr size_t KeyReach = 22;   // characters of a line among which the "=" before the record is looked for
-constexpr size_t NumberReach = 4; // characters of a line that can be its number
-
-// The record of a line: what stands behind the last "=" of its first characters. So a record that has an "=" of its own
-// among them is cut there: that is meant.
-std::string_view recordIn(std::string_view line)
-{
+    constexpr size_t KeyReach = 22;
     const size_t equals = line.substr(0, KeyReach).rfind('=');
     return equals == std::string_view::npos ? std::string_view() : line.substr(equals + 1);
 }
-
-} // namespace
 
 LoggerRecord* LoggerTables::Record(int number)
 {
@@ -83,7 +73,7 @@ void LoggerRecords::LoadFoundLoggers()
         m_lineTooMany = row == m_tables.FoundLoggerStrings.size();
         if (m_lineTooMany)
             return; // a line too many leaves all records unsplit: that is meant
-        m_tables.FoundLoggerStrings[row++] = recordIn(line);
+        m_tables.FoundLoggerStrings[row++] = RecordIn(line);
     }
     for (int number = 1; number <= MaxLoggers; ++number)
         if (m_tables.Holds(number))

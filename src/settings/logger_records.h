@@ -27,6 +27,14 @@ struct LoggerTables {
     int Count() const;            // filled slots
 };
 
+// How a line of `found.ini` is read. What it begins with, its number, only counts for a shortcut's look-up.
+constexpr std::string_view RecordKey = "tallyCoreSettings="; // in any case
+constexpr size_t NumberReach = 4;                            // characters of a line that can be its number
+
+// The record of a line: what stands behind the last "=" of its first 22 characters. So a record that has an "=" of its
+// own among them is cut there: that is meant.
+std::string_view RecordIn(std::string_view line);
+
 class LoggerRecords
 {
 public:

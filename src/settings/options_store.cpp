@@ -17,25 +17,23 @@ constexpr size_t LongestLineWithoutValue = 300;
 constexpr float StandardTerminalWidth = 6345; // twips
 constexpr float StandardTerminalHeight = 5880;
 
-// The value of the first line that holds the key anywhere, also within another key's value: that is meant. "" if there
-// is none.
-std::string findValue(std::string_view text, std::string_view key)
+} // namespace
+
+std::optional<OptionLine> FindOptionLine(std::string_view text, std::string_view key)
 {
     LineReader lines(text);
     std::string_view line;
-    while (lines.Next(line)) {
+    for (int number = 1; lines.Next(line); ++number) {
         if (!HoldsIgnoringCase(line, key))
             continue;
         const size_t equals = line.find('=');
         if (equals != std::string_view::npos)
-            return std::string(line.substr(equals + 1));
+            return OptionLine{number, std::string(line.substr(equals + 1))};
         if (line.size() > LongestLineWithoutValue)
             break;
     }
-    return {};
+    return std::nullopt;
 }
-
-} // namespace
 
 std::string OptionsStore::path() const
 {
@@ -62,7 +60,7 @@ std::string OptionsStore::ReadOption(const std::string& section, const std::stri
     if (file.state != FileState::Read)
         return {};
 
-    std::string value = findValue(file.text, key);
+    std::string value = FindOptionLine(file.text, key).value_or(OptionLine()).value;
     if (const OptionKey* known = FindOptionKey(section, key)) {
         const bool repaired = value.empty() && !known->insteadOfEmpty.empty();
         const std::string stored = repaired ? std::string(known->insteadOfEmpty) : value;
@@ -89,15 +87,16 @@ void OptionsStore::LoadTerminalGeometry()
         m_options.TerminalHeight = StandardTerminalHeight;
 }
 
-void OptionsStore::SaveOptions()
+bool OptionsStore::SaveOptions()
 {
     std::string text;
     for (const OptionKey& row : SavedOptionKeys())
         text.append(row.key).append("=").append(OneLine(OptionText(m_options, row.written))).append(CrLf);
-    if (ReplaceFile(m_files, path(), text))
-        m_notCreated = false;
+    const bool written = ReplaceFile(m_files, path(), text);
+    m_notCreated = m_notCreated && !written;
     if (SaveFoundLoggers)
         SaveFoundLoggers();
+    return written;
 }
 
 std::optional<std::string> OptionsStore::NextIconKey()

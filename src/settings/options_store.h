@@ -9,9 +9,20 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace harvelop
 {
+
+// A line of the options file, and what stands behind its first "=".
+struct OptionLine {
+    int number = 0; // from 1
+    std::string value;
+};
+
+// The line that a key is read from: the first one that holds it anywhere, also within another key's value: that is
+// meant. None if there is none.
+std::optional<OptionLine> FindOptionLine(std::string_view text, std::string_view key);
 
 class OptionsStore
 {
@@ -39,8 +50,8 @@ public:
     void LoadTerminalGeometry();
 
     // Rewrites the file from the variables and then the loggers' file. Nothing is reported if that fails. A file that
-    // stands there and can't be read is not replaced.
-    void SaveOptions();
+    // stands there and can't be read is not replaced. False if the options were not written.
+    bool SaveOptions();
 
     // Raises the counter `Icons`, read afresh from the file, and gives the key of a new logger: "::" and the new value.
     // A counter that is not a number gives none and changes nothing.

@@ -1,0 +1,96 @@
+#include "app/ctl_settings.h"
+
+#include "app/ctl_commands.h"
+#include "app/ctl_json.h"
+#include "app/ctl_loggers.h"
+#include "app/ctl_output.h"
+#include "panels/option_edits.h"
+#include "settings/option_keys.h"
+
+#include <algorithm>
+#include <map>
+
+namespace harvelop
+{
+
+namespace
+{
+
+// The options of which each has a variable of its own.
+std::vector<const OptionKey*> shownKeys()
+{
+    std::vector<const OptionKey*> keys;
+    for (const OptionKey& row : SavedOptionKeys())
+        if (row.variable == row.written)
+            keys.push_back(&row);
+    return keys;
+}
+
+ordered_json valueOf(const Options& options, const OptionKey& row)
+{
+    return std::visit([&](auto member) { return ordered_json(options.*member); }, row.variable);
+}
+
+void show(const Options& options, bool json, std::ostream& out)
+{
+    ordered_json all = ordered_json::object();
+    for (const OptionKey* row : shownKeys()) {
+        all[std::string(row->key)] = valueOf(options, *row);
+        if (!json)
+            out << row->key << "=" << Printable(OptionText(options, row->variable)) << "\n";
+    }
+    if (json)
+        out << JsonText(all);
+}
+
+// Those that are another than before; of a password only that it is.
+ordered_json changed(const Options& before, const Options& now)
+{
+    ordered_json all = ordered_json::object();
+    for (const OptionKey* row : shownKeys())
+        if (OptionText(before, row->variable) != OptionText(now, row->variable))
+            all[std::string(row->key)] =
+                row->key.ends_with("Password") && std::holds_alternative<std::string Options::*>(row->variable)
+                    ? ordered_json("(set)")
+                    : valueOf(now, *row);
+    return all;
+}
+
+} // namespace
+
+int WorkOnOptions(Program& program, Console& console, const CtlCommand& command, std::ostream& out)
+{
+    Program& p = program;
+    if (!OptionsReadable(p, console) || !LoggersReadable(p, console))
+        return CtlFailed;
+    p.store.FindComPorts = nullptr; // no port is touched for this
+    if (command.edits.empty())
+        p.files.ChangeNothing();
+    p.store.ReadAllOptions(); // not the language file, which may be what is to be changed
+    p.store.LoadTerminalGeometry();
+    if (!HasOptions(p) || command.edits.empty()) {
+        p.store.ReadAllOptions(); // the first look has made the file
+        if (command.edits.empty()) {
+            show(p.options, command.json, out);
+            return CtlDone;
+        }
+    }
+    const Options before = p.options;
+    std::vector<OptionEdit> edits;
+    for (const RecordEdit& edit : command.edits)
+        edits.push_back({edit.field, edit.value});
+    if (const auto refusal = ApplyOptionEdits(p.options, edits)) {
+        console.Line(Printable(*refusal));
+        return CtlFailed;
+    }
+    p.records.LoadFoundLoggers(); // which are saved along
+    if (!p.store.SaveOptions()) {
+        console.Line("The file " + p.state.AppPath + "options.ini can't be written.");
+        return CtlFailed;
+    }
+    if (command.json)
+        out << JsonText(changed(before, p.options));
+    return CtlDone;
+}
+
+} // namespace harvelop

@@ -1,0 +1,24 @@
+// Changes to the options that are told as texts instead of clicks: by the rules of the options panel. What the panel
+// would drop silently is refused here, as nobody watches the field.
+#pragma once
+
+#include "settings/options.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace harvelop
+{
+
+// An option by its key in the file, and what it is to hold. A box is "0" or "1", also "False" or "True".
+struct OptionEdit {
+    std::string key;
+    std::string value;
+};
+
+// Applies the edits in their order, each to what the ones before have left. All are applied or none: a line that says
+// which was refused and why, but never its value; nothing if all are in.
+std::optional<std::string> ApplyOptionEdits(Options& options, const std::vector<OptionEdit>& edits);
+
+} // namespace harvelop
