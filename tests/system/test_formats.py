@@ -65,6 +65,14 @@ class Formats(unittest.TestCase):
         for name in ("options.ini", "found.ini", "emaillist3.ini"):
             self.assertEqual(self.read(name), example(name))
 
+    def test_nothing_in_the_examples_is_odd(self):
+        self.put("options.ini", "found.ini", "emaillist3.ini", "install.ini")
+        with open(self.scene.path("found.ini"), "wb") as file:  # the folders are those of this user
+            file.write(example("found.ini").replace(b"/home/anna", self.scene.environment["HOME"].encode()))
+        for name in ("options.ini", "found.ini"):
+            os.chmod(self.scene.path(name), 0o600)
+        self.assertEqual(json.loads(self.command("check", "--json")), [])
+
     def test_the_loggers_of_the_example_are_those_that_it_names(self):
         self.put("found.ini")
         self.assertEqual([(e["model"], e["link"]) for e in self.scene.list()],
