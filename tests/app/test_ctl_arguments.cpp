@@ -97,14 +97,12 @@ TEST(CtlArguments, WrongWordsOfSetAndListsAreNamed)
     EXPECT_EQ(errorOf({"set", "1"}), "set wants at least one FIELD=VALUE");
     for (const char* word : {"secret", "=secret", ""})
         EXPECT_EQ(errorOf({"set", "1", "LoggerRunCommand=", word}), "set wants each change as FIELD=VALUE") << word;
-    EXPECT_EQ(errorOf({"set", "1", "a=1", "--json"}), "--json does not go with set");
+    EXPECT_EQ(errorOf({"set", "1", "a=1", "--port", "1"}), "--port does not go with set");
     EXPECT_EQ(errorOf({"lists", "1", "a@b.c"}), "there is a word too many behind lists");
     EXPECT_EQ(errorOf({"lists", "1", "--add"}), "--add wants a value");
     EXPECT_EQ(errorOf({"lists", "1", "--clear=1"}), "--clear takes no value");
     EXPECT_EQ(errorOf({"show", "1", "--clear"}), "--clear does not go with show");
-    EXPECT_EQ(errorOf({"lists", "1", "--json", "--clear"}), "--json shows the lists and goes with no change of them");
-    for (const std::vector<std::string>& other :
-         {std::vector<std::string>{"--clear"}, {"--json"}, {"--schedule", "A"}}) {
+    for (const std::vector<std::string>& other : {std::vector<std::string>{"--clear"}, {"--schedule", "A"}}) {
         std::vector<std::string> words = {"lists", "1", "--delete-all"};
         words.insert(words.end(), other.begin(), other.end());
         EXPECT_EQ(errorOf(words), "--delete-all goes with --yes alone");
@@ -262,6 +260,57 @@ TEST(CtlArguments, JobsAndLoginTests)
         EXPECT_EQ(errorOf({verb, "0"}), std::string(verb) + " wants a logger's number, from 1 to 50");
     EXPECT_EQ(errorOf({"test-ftp", "1"}), "there is a word too many behind test-ftp");
     EXPECT_EQ(errorOf({"jobs", "1", "--yes"}), "--yes does not go with jobs");
+}
+
+TEST(CtlArguments, EveryCommandTakesJsonButThoseWhoseTextHasAFormOfItsOwn)
+{
+    const std::vector<std::vector<std::string>> words = {{"find"},
+                                                         {"set", "1", "a=1"},
+                                                         {"lists", "1", "--clear"},
+                                                         {"ports"},
+                                                         {"add", "--model", "KR40", "--com", "1"},
+                                                         {"send", "1", "x"},
+                                                         {"terminal", "1"},
+                                                         {"load", "1", "x"},
+                                                         {"clear", "1", "--flash"},
+                                                         {"unload"},
+                                                         {"options"},
+                                                         {"test-smtp"},
+                                                         {"check"},
+                                                         {"language-check", "x"}};
+    for (std::vector<std::string> command : words) {
+        command.emplace_back("--json");
+        EXPECT_TRUE(commandOf(command).json) << command[0];
+    }
+    EXPECT_EQ(errorOf({"completion", "bash", "--json"}), "--json does not go with completion");
+    EXPECT_EQ(errorOf({"language-template", "--json"}), "--json does not go with language-template");
+}
+
+TEST(CtlArguments, CommandsForStoredLoggersAndOptions)
+{
+    EXPECT_EQ(commandOf({"unload"}).number, 0);
+    EXPECT_EQ(commandOf({"unload", "3"}).number, 3);
+    EXPECT_EQ(errorOf({"unload", "x"}), "unload wants a logger's number, from 1 to 50");
+    EXPECT_EQ(errorOf({"unload", "1", "2"}), "there is a word too many behind unload");
+    EXPECT_EQ(errorOf({"delete"}), "delete wants a logger's number, from 1 to 50");
+    EXPECT_TRUE(commandOf({"delete", "3", "--yes"}).yes);
+    const IconChoice plain = commandOf({"shortcut", "3"}).icon;
+    EXPECT_EQ(plain.IconKind + plain.IconCommand + plain.IconTerminalMark + plain.IconName, "Data");
+    EXPECT_FALSE(plain.IconCancelled);
+    const IconChoice sends = commandOf({"shortcut", "3", "--name", "a b", "--command", "/h; x", "--terminal"}).icon;
+    EXPECT_EQ(sends.IconKind + sends.IconCommand + sends.IconTerminalMark + sends.IconName, "Command/h; x%a b");
+    EXPECT_EQ(errorOf({"shortcut", "3", "--terminal"}), "--terminal goes with --command");
+    EXPECT_EQ(errorOf({"shortcut", "3", "--command", ""}), "--command wants one line to send");
+    EXPECT_TRUE(commandOf({"options"}).edits.empty());
+    EXPECT_EQ(commandOf({"options", "SiteID=a=b"}).edits.at(0).value, "a=b");
+    EXPECT_EQ(errorOf({"options", "secret"}), "options wants each change as NAME=VALUE");
+    EXPECT_EQ(commandOf({"completion", "zsh"}).text, "zsh");
+    EXPECT_EQ(errorOf({"completion", "tcsh"}), "completion wants one of bash, zsh, fish");
+    EXPECT_EQ(commandOf({"language-check", "a b.txt"}).file, "a b.txt");
+    EXPECT_EQ(errorOf({"language-check"}), "language-check wants one FILE");
+    EXPECT_EQ(commandOf({"test", "1", "--trace", "t"}).trace, "t");
+    EXPECT_EQ(errorOf({"list", "--trace", "t"}), "--trace does not go with list");
+    EXPECT_EQ(errorOf({"test", "1", "--trace="}), "--trace wants a file");
 }
 
 TEST(CtlArguments, WrongWordsAreNamed)
