@@ -20,7 +20,7 @@ void checkLaunch(const std::string& line)
     fuzz::Hold(command.find('"') == std::string::npos, "no quotes are left");
     fuzz::Hold(command.empty() || command.find("::") != std::string::npos, "a launch command holds its sign");
     const Launch launch = ParseLaunch(command);
-    fuzz::Hold(launch.key.size() + launch.text.size() <= command.size(), "all of it comes from the line");
+    fuzz::Hold(Holds(command, launch.key) && Holds(command, launch.text), "all of it comes from the line");
     fuzz::Hold(launch.path == Launch::Path::SendText || !launch.inTerminal, "only sending has a terminal");
 }
 
