@@ -44,6 +44,7 @@ void putInEnvironment(const std::vector<PlacedLine>& lines)
 int spawn(const std::vector<std::string>& command, pid_t& child)
 {
     std::vector<char*> words;
+    words.reserve(command.size() + 1);
     for (const std::string& word : command)
         words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);

@@ -29,7 +29,7 @@ void TraceWords::skipBlank()
 
 std::string TraceWords::Word()
 {
-    const std::string word(m_rest.substr(0, m_rest.find(' ')));
+    std::string word(m_rest.substr(0, m_rest.find(' ')));
     m_rest.remove_prefix(word.size());
     skipBlank();
     return word;
