@@ -35,6 +35,9 @@ class Installing(unittest.TestCase):
             wanted |= {f"share/doc/harvelop/{name}" for name in (
                 "copyright", "changelog.gz", "changelog.Debian.gz", "examples/70-harvelop.rules",
                 "examples/loggers.json")}
+            wanted |= {f"share/{path}" for path in ("bash-completion/completions/harvelctl",
+                                                    "zsh/vendor-completions/_harvelctl",
+                                                    "fish/vendor_completions.d/harvelctl.fish")}
             wanted |= {f"share/harvelop/languages/{path.name}" for path in (ROOT / "languages").glob("*.txt")}
             self.assertEqual(wanted - installed, set())
             for program in PROGRAMS:
