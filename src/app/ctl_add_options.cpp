@@ -77,6 +77,7 @@ CtlOption baudOption()
 std::vector<std::string> seriesDigits()
 {
     std::vector<std::string> digits;
+    digits.reserve(AddSeries.size());
     for (const std::string_view series : AddSeries)
         digits.emplace_back(1, series.back());
     return digits;

@@ -27,6 +27,7 @@ template <typename Words> std::string joined(const Words& words, std::string_vie
 std::string verbWords()
 {
     std::vector<std::string_view> words;
+    words.reserve(CtlVerbs().size());
     for (const CtlVerb& row : CtlVerbs())
         words.push_back(row.word);
     return joined(words);
@@ -68,8 +69,10 @@ std::string bashValue(const CtlOption& option)
 
 std::string bashVerb(const CtlVerb& verb)
 {
+    const auto options = optionsOf(verb);
     std::vector<std::string_view> words;
-    for (const CtlOption* option : optionsOf(verb))
+    words.reserve(options.size());
+    for (const CtlOption* option : options)
         words.push_back(option->word);
     std::string row = "    " + std::string(verb.word) + ") options='" + joined(words) + "'";
     if (verb.number != CtlVerb::Number::None)

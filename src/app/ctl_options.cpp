@@ -98,8 +98,10 @@ Error takeIconName(CtlCommand& command, const std::string& value)
 
 std::vector<std::string> scheduleKeys()
 {
+    const std::string all = ScheduleKeysOf("KR4");
     std::vector<std::string> keys;
-    for (const char key : ScheduleKeysOf("KR4"))
+    keys.reserve(all.size());
+    for (const char key : all)
         keys.emplace_back(1, key);
     return keys;
 }
@@ -176,6 +178,7 @@ std::optional<int> NumberIn(const std::string& word, int first, int last)
 std::vector<std::string> NumbersTo(int last)
 {
     std::vector<std::string> numbers;
+    numbers.reserve(static_cast<size_t>(last));
     for (int number = 1; number <= last; ++number)
         numbers.push_back(std::to_string(number));
     return numbers;

@@ -16,6 +16,20 @@ namespace harvelop
 namespace
 {
 
+// What the file would hold that the first start makes.
+Options defaults()
+{
+    std::string text;
+    for (const std::string_view line : DefaultOptionLines())
+        text.append(line).append("\n");
+    Options options;
+    for (const OptionKey& row : SavedOptionKeys()) {
+        const std::string value = FindOptionLine(text, row.key).value_or(OptionLine()).value;
+        AssignOption(options, row.variable, value.empty() ? std::string(row.insteadOfEmpty) : value);
+    }
+    return options;
+}
+
 // The options of which each has a variable of its own.
 std::vector<const OptionKey*> shownKeys()
 {
@@ -64,19 +78,19 @@ int WorkOnOptions(Program& program, Console& console, const CtlCommand& command,
     if (!OptionsReadable(p, console) || !LoggersReadable(p, console))
         return CtlFailed;
     p.store.FindComPorts = nullptr; // no port is touched for this
-    if (command.edits.empty())
-        p.files.ChangeNothing();
-    p.store.ReadAllOptions(); // not the language file, which may be what is to be changed
-    p.store.LoadTerminalGeometry();
-    if (!HasOptions(p) || command.edits.empty()) {
-        p.store.ReadAllOptions(); // the first look has made the file
-        if (command.edits.empty()) {
-            show(p.options, command.json, out);
-            return CtlDone;
-        }
+    if (HasOptions(p)) {
+        p.store.ReadAllOptions(); // not the language file, which may be what is to be changed
+        p.store.LoadTerminalGeometry();
+    } else {
+        p.options = defaults();
+    }
+    if (command.edits.empty()) {
+        show(p.options, command.json, out);
+        return CtlDone;
     }
     const Options before = p.options;
     std::vector<OptionEdit> edits;
+    edits.reserve(command.edits.size());
     for (const RecordEdit& edit : command.edits)
         edits.push_back({edit.field, edit.value});
     if (const auto refusal = ApplyOptionEdits(p.options, edits)) {

@@ -35,10 +35,14 @@ TEST(CtlSettings, ShowsEachOptionOnce)
     EXPECT_EQ(all["SMTPPort"], "25");
 }
 
-TEST(CtlSettings, ShowingMakesNoFile)
+TEST(CtlSettings, WithoutAFileTheDefaultsAreShownAndARefusedChangeMakesNone)
 {
     StoredCtl t;
     EXPECT_EQ(t.Run({"options"}), CtlDone);
+    const std::string shown = t.out.str();
+    EXPECT_NE(shown.find("\nShowMessages=True\n"), std::string::npos);
+    EXPECT_NE(shown.find("\nFTPTimeout=5\n"), std::string::npos);
+    EXPECT_EQ(t.Refusal({"options", "Nonsense=1"}), "Nonsense is no option.\n");
     EXPECT_EQ(t.files.files.count(TestProgram::OptionsIni), 0u);
 }
 
