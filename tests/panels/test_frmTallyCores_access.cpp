@@ -1,6 +1,7 @@
 #include "panel_bench.h"
 #include "settings/sample_loggers.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QCheckBox>
 #include <QKeySequence>
@@ -33,6 +34,71 @@ TEST(FrmTallyCores, EveryControlHasANameForScreenReaders)
     EXPECT_EQ(Find<QLineEdit>(form, "txtKR400_11").accessibleName(), "Schedule X, records");
     EXPECT_EQ(Find<QLineEdit>(form, "txtInternal_11").accessibleName(), "Schedule X, bytes in internal memory");
     EXPECT_EQ(Find<QLabel>(form, "lblUnloadDescription").buddy(), &Find<QLineEdit>(form, "txtDescription"));
+}
+
+namespace
+{
+
+std::string heard(QWidget& control)
+{
+    return QAccessible::queryAccessibleInterface(&control)->text(QAccessible::Name).toStdString();
+}
+
+} // namespace
+
+TEST(FrmTallyCores, TheNameForScreenReadersHoldsTheCaption)
+{
+    PanelBench bench;
+    bench.Store({NetworkLogger()});
+    int captions = 0;
+    for (auto* button : bench.View(1).findChildren<QAbstractButton*>()) {
+        const QString caption = button->text().remove('&');
+        if (button->accessibleName().isEmpty() || caption.isEmpty())
+            continue;
+        ++captions;
+        EXPECT_TRUE(button->accessibleName().contains(caption, Qt::CaseInsensitive)) << caption.toStdString();
+    }
+    EXPECT_GT(captions, 20);
+}
+
+TEST(FrmTallyCores, InAnotherLanguageScreenReadersHearItsCaptions)
+{
+    PanelBench bench;
+    bench.Store({SerialLogger()});
+    bench.Speak("54:1:14:Programm\r\n67:1:14:Beschreibung\r\n");
+    frmTallyCores& form = bench.View(1);
+    EXPECT_EQ(heard(Find<QPushButton>(form, "cmdProgram")), "Programm");
+    EXPECT_EQ(heard(Find<QLineEdit>(form, "txtDescription")), "Beschreibung");
+}
+
+TEST(FrmTallyCores, WhatANewPanelDoesNotOfferSaysWhy)
+{
+    PanelBench bench;
+    bench.Store({SerialLogger()});
+    bench.heart.state.AddingLogger = true;
+    frmTallyCores& form = bench.View(1);
+    for (const char* name : {"cmdSetCom", "cmdCreateIcon"}) {
+        EXPECT_FALSE(Find<QPushButton>(form, name).isEnabled()) << name;
+        EXPECT_EQ(Find<QPushButton>(form, name).toolTip(), "Close this panel and view the tallyCore again first.");
+    }
+}
+
+TEST(FrmTallyCores, WhatWorkLocksSaysSoAndWhatWasLockedBeforeKeepsItsReason)
+{
+    PanelBench bench;
+    bench.Store({NetworkLogger()});
+    frmTallyCores& form = bench.View(1);
+    auto& card = Find<QPushButton>(form, "cmdCard");
+    auto& program = Find<QPushButton>(form, "cmdProgram");
+    const QString always = card.toolTip();
+    const QString before = program.toolTip();
+    EXPECT_FALSE(always.isEmpty());
+    for (const char* name : {"cmdCard", "cmdProgram"})
+        form.SetControlEnabled(name, false);
+    EXPECT_EQ(card.toolTip(), always);
+    EXPECT_EQ(program.toolTip(), "Wait until the work in hand is done.");
+    form.SetControlEnabled("cmdProgram", true);
+    EXPECT_EQ(program.toolTip(), before);
 }
 
 TEST(FrmTallyCores, MnemonicsAreUniqueOnEachTab)
