@@ -58,6 +58,11 @@ frmUnloadLists::frmUnloadLists(const PanelServices& services, QWidget* owner)
     m_ui->setupUi(this);
     LabelLists(*this);
     m_ui->txtList->setMinimumWidth(m_ui->txtList->fontMetrics().averageCharWidth() * AddressCharacters);
+    QPalette palette; // some dark themes leave the colour of placeholders black
+    QColor dimmed = m_ui->txtList->palette().color(QPalette::Active, QPalette::Text);
+    dimmed.setAlphaF(0.7);
+    palette.setColor(QPalette::PlaceholderText, dimmed);
+    m_ui->txtList->setPalette(palette);
     load();
     resize(sizeHint().expandedTo(QSize(widthForTitle(*this), 0)));
     connect(m_ui->cbxSchedules, &QComboBox::currentIndexChanged, this, &frmUnloadLists::cbxSchedules_Click);

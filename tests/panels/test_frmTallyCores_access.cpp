@@ -71,18 +71,6 @@ TEST(FrmTallyCores, InAnotherLanguageScreenReadersHearItsCaptions)
     EXPECT_EQ(heard(Find<QLineEdit>(form, "txtDescription")), "Beschreibung");
 }
 
-TEST(FrmTallyCores, WhatANewPanelDoesNotOfferSaysWhy)
-{
-    PanelBench bench;
-    bench.Store({SerialLogger()});
-    bench.heart.state.AddingLogger = true;
-    frmTallyCores& form = bench.View(1);
-    for (const char* name : {"cmdSetCom", "cmdCreateIcon"}) {
-        EXPECT_FALSE(Find<QPushButton>(form, name).isEnabled()) << name;
-        EXPECT_EQ(Find<QPushButton>(form, name).toolTip(), "Close this panel and view the tallyCore again first.");
-    }
-}
-
 TEST(FrmTallyCores, WhatWorkLocksSaysSoAndWhatWasLockedBeforeKeepsItsReason)
 {
     PanelBench bench;
