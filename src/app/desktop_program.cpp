@@ -37,6 +37,7 @@ void DesktopProgram::Start(const std::string& commandLine)
     if (heart.actions.ConnectLogger)
         hooks.sendText = [this](const Launch& launch) { SendText(heart, launch, [this] { showTerminal(); }); };
     hooks.loadProgram = [this](const Launch&) { loadProgram(); };
+    hooks.speak = [this](const std::string& language) { m_words.Speak(language); };
     hooks.say = [](const std::string& line) { std::cerr << "harvelop: " << line << std::endl; };
     StartUp(heart, hooks).Run(commandLine);
 }

@@ -9,6 +9,7 @@
 #include "panels/frmAddTallyCore.h"
 #include "panels/frmOptions.h"
 #include "panels/frmTallyCores.h"
+#include "platform/qt/qt_words.h"
 #include "terminal/frmTerminal.h"
 
 #include <QPointer>
@@ -43,6 +44,7 @@ private:
     JobForm* loadJobs();
     void loadProgram();
 
+    QtWords m_words;
     TallyCorePanels m_panels;
     std::unique_ptr<frmOptions> m_options;
     std::unique_ptr<frmMessages> m_messages;

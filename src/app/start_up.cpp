@@ -82,6 +82,8 @@ void StartUp::Run(const std::string& commandLine)
     LoadSettings(p);
     if (p.end.Ended())
         return;
+    if (p.language.LangActive && m_hooks.speak)
+        m_hooks.speak(p.options.Language);
     if (p.rs232.MSComm1.PortOpen())
         p.rs232.MSComm1.Close();
     if (p.options.FindPorts) {

@@ -18,6 +18,8 @@ struct StartUpHooks {
     std::function<void(const Launch&)> sendText;    // connects to `CurrentLogger` and sends
     std::function<void(const Launch&)> loadProgram; // loads the program file of `LaunchCommand` into `CurrentLogger`
     std::function<void(const std::string&)> say;    // a line to whoever started the program
+    // A language file is in use: what is not in it, too, speaks this language from now on. Need not be set.
+    std::function<void(const std::string& language)> speak = {};
 };
 
 class StartUp

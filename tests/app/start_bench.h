@@ -18,6 +18,7 @@ struct TestStart : TestProgram {
     std::vector<std::unique_ptr<FakePanel>> made;
     std::vector<std::string> said;
     std::vector<std::string> asked;
+    std::vector<std::string> spoken; // languages
     std::function<void()> whenShown;
 
     TestStart()
@@ -42,6 +43,7 @@ struct TestStart : TestProgram {
             heart.viewing.RefreshFoundLoggers();
             heart.state.cbxUnload_TallyCores.Select(0);
         };
+        hooks.speak = [this](const std::string& language) { spoken.push_back(language); };
         hooks.say = [this](const std::string& line) { said.push_back(line); };
         StartUp(heart, hooks).Run(commandLine);
     }

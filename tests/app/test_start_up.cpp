@@ -174,6 +174,17 @@ TEST(StartUp, ALanguageFileIsAskedForByTheOption)
     t.Start("");
     EXPECT_TRUE(t.heart.language.LangActive);
     EXPECT_EQ(t.heart.language.Text(503), "tallyCore Harvel");
+    EXPECT_EQ(t.spoken, std::vector<std::string>{"English"});
+}
+
+TEST(StartUp, WithoutALanguageFileTheWindowsSpeakAsTheyDo)
+{
+    TestStart t;
+    t.Installed();
+    t.files.files[TestProgram::OptionsIni] = "UseLangFile=0\r\nLanguage=German\r\nFindPorts=0\r\n";
+    t.Start("");
+    EXPECT_FALSE(t.heart.language.LangActive);
+    EXPECT_TRUE(t.spoken.empty());
 }
 
 TEST(StartUp, AShortcutOfADeletedLoggerEndsTheProgramSilently)
