@@ -1,6 +1,7 @@
 #include "panels/data_check.h"
 
 #include "core/text_lines.h"
+#include "core/utf8.h"
 #include "panels/list_rules.h"
 #include "settings/delivery_lists.h"
 
@@ -15,32 +16,6 @@ namespace harvelop
 namespace
 {
 
-// How many bytes of a character's code follow its first one; none for a byte that begins no character.
-std::optional<size_t> followers(unsigned char first)
-{
-    if (first < 0x80)
-        return 0;
-    if (first >= 0xC2 && first < 0xE0)
-        return 1;
-    if (first >= 0xE0 && first < 0xF0)
-        return 2;
-    return first >= 0xF0 && first < 0xF5 ? std::optional<size_t>(3) : std::nullopt;
-}
-
-bool isUtf8(std::string_view text)
-{
-    while (!text.empty()) {
-        const auto more = followers(static_cast<unsigned char>(text.front()));
-        if (!more || text.size() <= *more)
-            return false;
-        const std::string_view rest = text.substr(1, *more);
-        if (!std::ranges::all_of(rest, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }))
-            return false;
-        text.remove_prefix(*more + 1);
-    }
-    return true;
-}
-
 bool holdsControls(std::string_view line)
 {
     return std::ranges::any_of(line, [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; });
@@ -53,7 +28,7 @@ void checkCharacters(std::string_view line, int number, Findings& findings)
         findings.push_back({number, Oddity::Risk, "begins with a byte order mark, which is taken as text"});
     if (holdsControls(line))
         findings.push_back({number, Oddity::Risk, "holds control characters"});
-    if (!isUtf8(line))
+    if (FirstBadByte(line))
         findings.push_back({number, Oddity::Risk, "holds bytes that are no UTF-8"});
 }
 

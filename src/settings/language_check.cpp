@@ -1,13 +1,13 @@
 #include "settings/language_check.h"
 
 #include "core/text_lines.h"
+#include "core/utf8.h"
 #include "settings/language_lines.h"
 #include "settings/language_template.h"
 #include "settings/message_texts.h"
 
 #include <algorithm>
 #include <map>
-#include <optional>
 
 namespace harvelop
 {
@@ -21,35 +21,6 @@ constexpr int LargestSize = 36;
 std::string quoted(std::string_view text)
 {
     return "\"" + std::string(text) + "\"";
-}
-
-// How many bytes the character at the beginning of `text` takes; 0 if it is no UTF-8.
-size_t characterLength(std::string_view text)
-{
-    const auto byte = [text](size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char lead = byte(0);
-    const size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
-    if (length == 0 || length > text.size())
-        return 0;
-    for (size_t i = 1; i < length; ++i)
-        if ((byte(i) & 0xC0U) != 0x80)
-            return 0;
-    const bool overlong = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xF0 && byte(1) < 0x90);
-    const bool noCharacter = (lead == 0xED && byte(1) > 0x9F) || (lead == 0xF4 && byte(1) > 0x8F);
-    return overlong || noCharacter ? 0 : length;
-}
-
-// The byte, counted from 1, at which a text stops being UTF-8.
-std::optional<size_t> firstBadByte(std::string_view text)
-{
-    size_t at = 0;
-    while (at < text.size()) {
-        const size_t length = characterLength(text.substr(at));
-        if (length == 0)
-            return at + 1;
-        at += length;
-    }
-    return std::nullopt;
 }
 
 struct Mnemonics {
@@ -102,7 +73,7 @@ private:
 
     void checkLine(const LanguageLine& line)
     {
-        if (const auto byte = firstBadByte(line.text))
+        if (const auto byte = FirstBadByte(line.text))
             add(line.line, "no UTF-8 from byte " + std::to_string(*byte) + " on");
         const char* end = line.text.data() + line.text.size();
         const char* last = m_text.data() + m_text.size();

@@ -299,7 +299,7 @@ TEST(CtlCheck, OddBytesAndLineEndsAreNamed)
               "1 begins with a byte order mark, which is taken as text\n");
     EXPECT_EQ(said("a\x1b\r\n"), "1 holds control characters\n");
     EXPECT_EQ(said("\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\r\n"), "");
-    for (const char* bad : {"caf\xE9", "\xC3", "\xC3(", "\xFF", "\xE2\x82"})
+    for (const char* bad : {"caf\xE9", "\xC3", "\xC3(", "\xFF", "\xE2\x82", "\xE0\x80\xAF", "\xED\xA0\x80"})
         EXPECT_EQ(said(std::string(bad) + "\r\n"), "1 holds bytes that are no UTF-8\n");
 }
 
