@@ -179,10 +179,11 @@ BoxAnswer ConsoleDialogs::Show(const Box& box)
 
 std::string ConsoleDialogs::AskPassword(const std::string& text, const std::string&)
 {
-    if (m_password)
-        return *m_password;
-    m_console.Print(PlainText(text));
-    return m_console.Ask("Password: ", true).value_or("");
+    if (!m_password)
+        m_console.Print(PlainText(text));
+    const std::string password = m_password ? *m_password : m_console.Ask("Password: ", true).value_or("");
+    m_console.Keep({"question", PlainText(text), password.empty() ? "no" : "yes"});
+    return password;
 }
 
 } // namespace harvelop

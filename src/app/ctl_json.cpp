@@ -114,7 +114,8 @@ void PrintJson(const CtlCommand& command, const Console& console, bool done, con
     }
     ordered_json result = {{"done", done}, {"messages", messagesOf(console)}};
     const auto* const row = std::ranges::find_if(Results, [&](const ResultRow& r) { return r.verb == command.verb; });
-    if (row != std::end(Results) && !shown.empty())
+    // An answer without a line and a logger without a job are results, too.
+    if (row != std::end(Results) && (!shown.empty() || (done && row->read != valueOf)))
         result[row->name] = row->read(shown);
     out << JsonText(result, command.verb == Verb::Terminal);
 }

@@ -1,5 +1,6 @@
 // `harvelctl`: the program without a display.
 #include "app/ctl_commands.h"
+#include "app/ctl_json.h"
 #include "app/tracing.h"
 #include "platform/qt/qt_data_files.h"
 #include "platform/qt/qt_desktop.h"
@@ -33,16 +34,18 @@ int main(int argc, char** argv)
     std::error_code unknown;
     if (!command.file.empty())
         command.file = std::filesystem::absolute(command.file, unknown).string();
+    Console console;
     const QFileInfo directory(QString::fromStdString(command.directory));
     if (!directory.isDir()) {
-        std::cerr << "harvelctl: there is no directory " << command.directory << "\n";
+        console.Line("There is no directory " + command.directory + ".");
+        if (command.json)
+            PrintJson(command, console, false, {}, std::cout);
         return CtlFailed;
     }
     std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow any more is told like a full disk
     std::signal(SIGPIPE, SIG_IGN); // the link is released also when nobody reads the results any more
     PrepareEventDispatcher();
     QCoreApplication app(argc, argv);
-    Console console;
     QtEventPump pump;
     QtSettingsStore settings;
     QtSerialControl serial(settings);

@@ -83,6 +83,12 @@ TEST(CtlConsole, APasswordComesFromTheOptionAndIsNeverPrinted)
     EXPECT_EQ(err.str(), "");
     EXPECT_EQ(ConsoleDialogs(console, true, std::nullopt).AskPassword("Password?", ""), "");
     EXPECT_EQ(err.str(), "Password?\n");
+    ASSERT_EQ(console.Messages().size(), 2u); // that it was asked for is kept, and only whether it was given
+    for (const auto& [message, answer] : {std::pair{console.Messages()[0], "yes"}, {console.Messages()[1], "no"}}) {
+        EXPECT_EQ(message.kind, "question");
+        EXPECT_EQ(message.text, "Password?");
+        EXPECT_EQ(message.answer, answer);
+    }
 }
 
 } // namespace harvelop::test

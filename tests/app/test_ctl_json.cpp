@@ -57,6 +57,14 @@ TEST(CtlJson, WhatIsDoneTellsWhatCameOfIt)
     EXPECT_FALSE(sent["answer"].empty());
 }
 
+TEST(CtlJson, AnAnswerWithoutALineAndALoggerWithoutAJobAreEmptyArrays)
+{
+    AnsweringCtl t;
+    EXPECT_EQ(t.Json({"send", "1", "", "--json"}, CtlDone),
+              json({{"done", true}, {"messages", json::array()}, {"answer", json::array()}}));
+    EXPECT_FALSE(t.Json({"send", "9", "x", "--json"}, CtlFailed).contains("answer"));
+}
+
 TEST(CtlJson, FindGivesTheLoggersAsListDoes)
 {
     AnsweringCtl t;

@@ -1,5 +1,6 @@
 """The command lines of the programs and their exit codes."""
 
+import json
 import os
 import subprocess
 import unittest
@@ -32,7 +33,12 @@ class CommandLine(unittest.TestCase):
             scene.directory += "-gone"
             code, _, error = scene.run("list")
             self.assertEqual(code, 1)
-            self.assertIn("there is no directory", error)
+            self.assertIn("There is no directory", error)
+            code, out, _ = scene.run("list", "--json")
+            self.assertEqual(code, 1)
+            told = json.loads(out)
+            self.assertIs(told["done"], False)
+            self.assertIn("There is no directory", told["messages"][0]["text"])
 
     def test_ports_are_listed_with_their_devices(self):
         with Scene([{"com": 6, "model": "KR40", "port": "pty", "baud": 9600}]) as scene:
