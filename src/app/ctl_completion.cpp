@@ -2,9 +2,10 @@
 
 #include "app/ctl_options.h"
 #include "app/ctl_verbs.h"
-#include "settings/option_keys.h"
+#include "panels/option_edits.h"
 
 #include <algorithm>
+#include <ranges>
 #include <vector>
 
 namespace harvelop
@@ -49,7 +50,7 @@ std::string restWords(const CtlVerb& verb)
         return joined(CompletionShells);
     std::vector<std::string> words;
     if (verb.rest == Rest::MayFields)
-        for (const OptionKey& key : SavedOptionKeys())
+        for (const OptionKey& key : SavedOptionKeys() | std::views::filter(IsEditable))
             words.push_back(std::string(key.key) + "=");
     return joined(words);
 }
@@ -101,17 +102,18 @@ std::string bashScript()
 _harvelctl()
 {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
-    local verb='' options='--dir --help --version' number='' files='' rest='' dir=. plain=0 i
+    local verb='' options='--dir --help --version' number='' files='' rest='' dir=. joined='' plain=0 i
     COMPREPLY=()
-    # An option and its value may be joined by "=", which is a word of its own here.
+    # A name and its value may be joined by "=", which is a word of its own here.
     if [[ $cur == '=' ]]; then
-        cur=''
+        cur='' joined=1
     elif [[ $prev == '=' && $COMP_CWORD -gt 2 ]]; then
-        prev=${COMP_WORDS[COMP_CWORD - 2]}
+        prev=${COMP_WORDS[COMP_CWORD - 2]} joined=1
     fi
     case $prev in
 )" + values +
            R"(    esac
+    [[ -n $joined ]] && return # the value of a NAME=VALUE
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
         )" +

@@ -4,7 +4,6 @@
 #include "core/text_numbers.h"
 #include "panels/add_rules.h"
 #include "panels/options_rules.h"
-#include "settings/option_keys.h"
 
 #include <algorithm>
 
@@ -116,6 +115,12 @@ Refusal applyEdit(Options& options, const OptionEdit& edit)
 }
 
 } // namespace
+
+bool IsEditable(const OptionKey& key)
+{
+    return std::holds_alternative<bool Options::*>(key.variable) ||
+           std::ranges::find(FieldRules, key.key, &FieldRule::key) != std::end(FieldRules);
+}
 
 std::optional<std::string> ApplyOptionEdits(Options& options, const std::vector<OptionEdit>& edits)
 {

@@ -2,7 +2,7 @@
 // would drop silently is refused here, as nobody watches the field.
 #pragma once
 
-#include "settings/options.h"
+#include "settings/option_keys.h"
 
 #include <optional>
 #include <string>
@@ -16,6 +16,9 @@ struct OptionEdit {
     std::string key;
     std::string value;
 };
+
+// Whether an option can be changed so at all; the others the program keeps by itself.
+bool IsEditable(const OptionKey& key);
 
 // Applies the edits in their order, each to what the ones before have left. All are applied or none: a line that says
 // which was refused and why, but never its value; nothing if all are in.

@@ -112,6 +112,10 @@ class Completion(unittest.TestCase):
         self.assertEqual(self.bash("--dir", "x", "add", "--com", "16"), ["16"])
         self.assertEqual(self.bash("completion", ""), ["bash", "zsh", "fish"])
         self.assertIn("SMTPServerName=", self.bash("options", "SMTP"))
+        self.assertEqual(self.bash("options", "Icons"), []) # which the program keeps by itself
+        self.assertEqual(self.bash("options", "SMTPServerName", "="), [])
+        self.assertEqual(self.bash("options", "SMTPServerName", "=", "S"), [])
+        self.assertEqual(self.bash("options", "SMTPServerName", "=", "h", "SiteI"), ["SiteID="])
         self.assertEqual(self.bash("add", "--password", ""), [])
 
     def test_bash_offers_files_directories_and_the_loggers_that_there_are(self):
