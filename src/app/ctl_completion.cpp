@@ -5,7 +5,6 @@
 #include "panels/option_edits.h"
 
 #include <algorithm>
-#include <ranges>
 #include <vector>
 
 namespace harvelop
@@ -50,8 +49,9 @@ std::string restWords(const CtlVerb& verb)
         return joined(CompletionShells);
     std::vector<std::string> words;
     if (verb.rest == Rest::MayFields)
-        for (const OptionKey& key : SavedOptionKeys() | std::views::filter(IsEditable))
-            words.push_back(std::string(key.key) + "=");
+        for (const OptionKey& key : SavedOptionKeys())
+            if (IsEditable(key))
+                words.push_back(std::string(key.key) + "=");
     return joined(words);
 }
 
