@@ -36,12 +36,17 @@ constexpr auto Commands = std::to_array<Command>({
     {"at&h", true},
 });
 
-const Command* findCommand(std::string_view line)
+std::string_view withoutEscapes(std::string_view line)
 {
     constexpr std::string_view Escape = "+++"; // has no line end of its own, so it stands before the next line
     while (line.starts_with(Escape))
         line.remove_prefix(Escape.size());
-    const auto* found = std::ranges::find(Commands, line, &Command::line);
+    return line;
+}
+
+const Command* findCommand(std::string_view line)
+{
+    const auto* found = std::ranges::find(Commands, withoutEscapes(line), &Command::line);
     return found == Commands.end() ? nullptr : found;
 }
 
@@ -52,9 +57,11 @@ std::string withoutControls(const std::string& line)
     return plain;
 }
 
-bool isSame(std::string_view a, std::string_view b)
+// Behind a prompt, maybe.
+bool isEcho(std::string_view line, std::string_view said)
 {
-    return a.size() == b.size() && FindIgnoringCase(a, b) == 0;
+    return !said.empty() && line.size() >= said.size() &&
+           FindIgnoringCase(line.substr(line.size() - said.size()), said) == 0;
 }
 
 } // namespace
@@ -86,10 +93,22 @@ void PasswordWatch::Received(std::string_view bytes)
     }
 }
 
+bool PasswordWatch::LineUnderWay() const
+{
+    return !withoutControls(std::string(withoutEscapes(m_now.sent))).empty();
+}
+
+void PasswordWatch::GiveUpLine()
+{
+    if (LineUnderWay())
+        m_secrets.Learn(m_now.sent);
+}
+
 void PasswordWatch::takeSentLine(const std::string& line)
 {
     const bool isNext = std::exchange(m_now.passwordNext, false);
-    m_now.asked.clear();
+    m_now.said = line;
+    m_now.asked = false;
     m_now.probed = line == Probe;
     const Command* command = findCommand(line);
     if (m_now.probed || command)
@@ -97,7 +116,7 @@ void PasswordWatch::takeSentLine(const std::string& line)
     else if (!learnNamed(line) && (isNext || m_now.locked))
         m_secrets.Learn(line);
     else if (!m_now.loggingIn)
-        m_now.asked = line;
+        m_now.asked = !line.empty();
 }
 
 // Of a login to a server, or where a password is named as such.
@@ -129,15 +148,17 @@ bool PasswordWatch::learnNamed(const std::string& line)
 
 void PasswordWatch::takeAnswer(const std::string& line)
 {
-    if (line.empty() || isSame(line, withoutControls(m_now.asked)))
+    if (line.empty())
         return;
     if (m_now.probed && Holds(line, LoggerIsThere)) {
         m_now.locked = true;
         return;
     }
-    if (HoldsIgnoringCase(line, "Accepted"))
-        m_secrets.Learn(m_now.asked);
-    m_now.asked.clear();
+    if (m_now.asked && HoldsIgnoringCase(line, "Accepted"))
+        m_secrets.Learn(m_now.said);
+    else if (isEcho(line, withoutControls(m_now.said)))
+        return;
+    m_now.asked = false;
     m_now.locked = false;
     m_now.passwordNext = m_now.passwordNext || line.starts_with("CONNECT");
 }

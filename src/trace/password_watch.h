@@ -29,7 +29,11 @@ public:
     void Received(std::string_view bytes);
 
     // What passed last may yet turn out to be a password: it must not be written yet.
-    bool Undecided() const { return !m_now.sent.empty() || !m_now.asked.empty(); }
+    bool Undecided() const { return !m_now.sent.empty() || m_now.asked; }
+    // Part of a line has been sent, and nobody can tell how long its rest takes.
+    bool LineUnderWay() const;
+    // Nobody waits for that rest any more: what has been sent of it may be part of a password, and is taken for one.
+    void GiveUpLine();
 
 private:
     void takeSentLine(const std::string& line);
@@ -39,7 +43,8 @@ private:
     struct Dialogue {
         std::string sent;     // the line that is being sent
         std::string received; // the line that is being received
-        std::string asked;    // a line that awaits its answer, and may be a password
+        std::string said;     // the line that was sent last
+        bool asked = false;   // it awaits its answer, and may be a password
         bool passwordNext = false;
         bool probed = false;    // the line sent last was the probe
         bool locked = false;    // the logger answers to nothing but the probe

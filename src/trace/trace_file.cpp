@@ -83,9 +83,11 @@ std::string TraceTime(double seconds)
 std::string TraceFormat::Line(const TraceEntry& entry)
 {
     const std::string begin = TraceTime(entry.seconds) + " " + entry.link + " " + entry.kind;
+    if (entry.kind == "open")
+        m_hiding.erase(entry.link);
     if (!entry.IsStream())
         return begin + (entry.text.empty() ? "" : " " + entry.text) + "\n";
-    bool& hiding = m_hiding[entry.link + (entry.IsSent() ? " out" : " in")];
+    bool& hiding = m_hiding[entry.link][entry.IsSent() ? 1 : 0];
     std::string text;
     for (size_t i = 0; i < entry.text.size(); ++i) {
         const bool hidden = entry.hidden[i] == SecretFilter::Hidden;

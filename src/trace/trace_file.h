@@ -11,18 +11,17 @@
 //   10:31:07.710 com3 out "Q /H/r\r\n\r\n"                  characters that the program has sent
 //   10:31:08.911 com3 in "T,1:52,5\r\n"                     characters that the program has taken
 //   10:31:09.000 com3 drop "<<\r\n"                         characters that came, and that the program threw away
-//   unseen 10:31:09.000 com3 unsent                                what was queued at this moment has not left
+//   10:31:09.000 com3 unsent                                what was queued at this moment has not left
 //   10:31:09.100 com3 lost                                  the device has gone, or the other side has ended the link
 //   10:31:09.200 com3 close
 //   10:31:10.000 com5 error 8002 "..."                      it could not be opened, or the link has failed
 //   10:31:11.000 tcp1 open "logger.example.org:7700"        the first socket of this run begins to connect
 //   10:31:11.060 tcp1 connected
 //
-// A text stands between quotes. In it a control character, a byte above ASCII, a quote or a backslash is \r, \n, \t,
-// \",
-// \\ or \xHH with two hexadecimal digits, so that every byte can be told from the trace. Only \* tells less: from there
-// to the end of its line there was a password. Such a line can be spread over several pieces; the later ones have no
-// part of it, and one with nothing else is left out.
+// A text stands between quotes. In it a control character, a byte above ASCII, a quote or a backslash is written as
+// \r, \n, \t, \", \\ or \xHH with two hexadecimal digits, so that every byte can be told from the trace. Only \* tells
+// less: from there to the end of its line there was a password. Such a line can be spread over several pieces; the
+// later ones have no part of it, and one with nothing else is left out.
 //
 // Lines that begin with # and blank ones mean nothing to a reader, but that the last line before one, and the last one
 // of the file, may be broken off.
@@ -30,6 +29,7 @@
 
 #include "trace/trace_mask.h"
 
+#include <array>
 #include <functional>
 #include <map>
 #include <string>
@@ -49,7 +49,7 @@ public:
     std::string Line(const TraceEntry& entry);
 
 private:
-    std::map<std::string, bool> m_hiding; // by link and direction: whether its last character was hidden
+    std::map<std::string, std::array<bool, 2>> m_hiding; // by link, taken and sent: whether the last one was hidden
 };
 
 // Only its owner may read and write the file. Nothing here fails the program: a file that cannot be opened or written

@@ -13,19 +13,41 @@ constexpr double LongestHeldS = 10;
 constexpr size_t MostHeld = 1000;
 constexpr double DayS = 86400;
 
+// Past midnight the clock begins anew.
+bool isLongAgo(double seconds, double nowSeconds)
+{
+    const double age = nowSeconds - seconds;
+    return (age < 0 ? age + DayS : age) > LongestHeldS;
+}
+
 } // namespace
+
+void TraceMask::Opened(PasswordWatch::Line line)
+{
+    m_watch.Opened(line);
+    m_sent.Restart();
+    m_received.Restart();
+}
 
 void TraceMask::Take(TraceEntry entry)
 {
     const double nowSeconds = entry.seconds;
+    if (m_held.empty() || m_watch.LineUnderWay())
+        m_heldSince = nowSeconds;
+    bool tooLong = isLongAgo(m_heldSince, nowSeconds);
+    if (tooLong && entry.IsSent()) {
+        release(); // without the new line, which begins here
+        m_heldSince = nowSeconds;
+        tooLong = false;
+    }
     if (entry.IsSent())
         m_watch.Sent(entry.text);
     else if (entry.IsStream())
         m_watch.Received(entry.text);
     m_held.push_back(std::move(entry));
-    if (!m_watch.Undecided() || isFull(m_held, nowSeconds))
+    if (!m_watch.Undecided() || tooLong || m_held.size() > MostHeld)
         release();
-    while (isFull(m_waiting, nowSeconds))
+    while (!m_waiting.empty() && (m_waiting.size() > MostHeld || isLongAgo(m_waiting.front().seconds, nowSeconds)))
         hideOldest();
 }
 
@@ -36,17 +58,9 @@ void TraceMask::Flush()
         hideOldest();
 }
 
-// Past midnight the clock begins anew.
-bool TraceMask::isFull(const std::deque<TraceEntry>& entries, double nowSeconds) const
-{
-    if (entries.empty())
-        return false;
-    const double age = nowSeconds - entries.front().seconds;
-    return entries.size() > MostHeld || (age < 0 ? age + DayS : age) > LongestHeldS;
-}
-
 void TraceMask::release()
 {
+    m_watch.GiveUpLine();
     for (TraceEntry& entry : std::exchange(m_held, {})) {
         m_waiting.push_back(std::move(entry));
         const TraceEntry& last = m_waiting.back();

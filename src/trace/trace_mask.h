@@ -24,7 +24,7 @@ struct TraceEntry {
 
 // Gives the entries to `Write` in their order and with all verdicts. An entry waits while a password may be under way,
 // at most until the first one that comes ten seconds later, or a thousand entries later, or until Flush. What is
-// then still open is hidden.
+// then still open is hidden. Only a line that is still being sent waits longer than ten seconds: somebody types it.
 class TraceMask
 {
 public:
@@ -32,7 +32,7 @@ public:
 
     std::function<void(const TraceEntry&)> Write;
 
-    void Opened(PasswordWatch::Line line) { m_watch.Opened(line); }
+    void Opened(PasswordWatch::Line line); // another link begins; nothing of the one before is waiting
     void Take(TraceEntry entry);
     void Flush(); // nothing more can come of what has passed: the link has ended
 
@@ -40,7 +40,6 @@ private:
     void release();
     void writeDecided();
     void hideOldest();
-    bool isFull(const std::deque<TraceEntry>& entries, double nowSeconds) const;
     SecretFilter& filterOf(const TraceEntry& entry) { return entry.IsSent() ? m_sent : m_received; }
     void spread(bool isSent, const std::string& verdicts);
 
@@ -48,6 +47,7 @@ private:
     SecretFilter m_sent;
     SecretFilter m_received;
     std::deque<TraceEntry> m_held;    // until the dialogue has told whether a password is among them
+    double m_heldSince = 0;           // its first entry, or what came last while a line was typed
     std::deque<TraceEntry> m_waiting; // until the filters have decided on all characters of the first one
 };
 

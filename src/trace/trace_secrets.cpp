@@ -16,6 +16,12 @@ char lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+bool isOfWord(char c)
+{
+    const char small = lower(c);
+    return (small >= 'a' && small <= 'z') || (c >= '0' && c <= '9') || static_cast<unsigned char>(c) > '~';
+}
+
 bool isLineEnd(char c)
 {
     return c == '\r' || c == '\n';
@@ -62,6 +68,12 @@ TraceSecrets::Match TraceSecrets::LookAt(std::string_view text, bool wordBegins,
     return best;
 }
 
+void SecretFilter::Restart()
+{
+    m_before = '\0';
+    m_hiding = false;
+}
+
 std::string SecretFilter::Take(std::string_view bytes)
 {
     std::string verdicts;
@@ -99,7 +111,7 @@ void SecretFilter::settle(bool lineEnds, std::string& verdicts)
     while (decided < m_open.size()) {
         const char first = m_open[decided];
         if (!IsControl(first)) {
-            const bool wordBegins = m_before == '\0' || m_before == ' ' || m_before == '=';
+            const bool wordBegins = !isOfWord(m_before);
             const auto rest = std::string_view(m_open).substr(decided);
             const auto match = m_secrets.LookAt(rest, wordBegins, lineEnds);
             if (match == TraceSecrets::Match::Beginning && !lineEnds)

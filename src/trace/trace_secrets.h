@@ -19,7 +19,7 @@ public:
     void Learn(std::string_view secret); // an empty or known one changes nothing
 
     // What `text` is from its first character on: a whole secret, maybe with more behind it, or the beginning of one.
-    // `wordBegins`: nothing or a blank stands before it; `lineEnds`: nothing can follow.
+    // `wordBegins`: no letter or digit stands before it; `lineEnds`: nothing can follow.
     Match LookAt(std::string_view text, bool wordBegins, bool lineEnds) const;
 
 private:
@@ -43,6 +43,9 @@ public:
     static constexpr char Hidden = '*';
 
     explicit SecretFilter(const TraceSecrets& secrets) : m_secrets(secrets) {}
+
+    // Another link begins, and with it a line. Nothing may be undecided.
+    void Restart();
 
     // What has been decided on by these characters: one verdict each, in their order, beginning with those left over.
     std::string Take(std::string_view bytes);

@@ -75,6 +75,26 @@ TEST_F(WatchTest, WhatIsSentToALockedLoggerIsAPassword)
     EXPECT_FALSE(Knows("DIRJOBS"));
 }
 
+TEST_F(WatchTest, AnEchoUnlocksNothing)
+{
+    watch.Opened(PasswordWatch::Line::Network);
+    Say("\x7f", "\x7f\r\n<<\r\n");
+    Say("TANK", "TANK\r\n");
+    Say("GREENHOUS", "<<greenhous\r\n");
+    EXPECT_TRUE(Knows("TANK"));
+    EXPECT_TRUE(Knows("GREENHOUS"));
+    Say("GREENHOUSE", "Accepted\r\n");
+    Say("DIRJOBS", "*PUMP\r\n");
+    EXPECT_FALSE(Knows("DIRJOBS"));
+}
+
+TEST_F(WatchTest, AnEchoBehindAPromptIsNoAnswer)
+{
+    watch.Opened(PasswordWatch::Line::Network);
+    Say("d", ">d\r\nAccepted\r\n");
+    EXPECT_TRUE(Knows("d"));
+}
+
 TEST_F(WatchTest, ALoggerThatAnswersIsNotLocked)
 {
     watch.Opened(PasswordWatch::Line::Network);

@@ -83,6 +83,62 @@ TEST_F(MaskTest, NothingWaitsLongerThanTenSecondsOrBeyondMidnight)
     EXPECT_TRUE(trace.ends_with("\n00:00:10.000 tcp1 in \"\\r\\n\"\n")) << trace;
 }
 
+TEST_F(MaskTest, ALineThatIsTypedSlowlyWaitsForItsEnd)
+{
+    double seconds = 1;
+    for (const char c : std::string("sesame\r")) {
+        Take(seconds, "out", {c});
+        Take(seconds + 0.1, "in", {c}); // its echo
+        seconds += 8;
+        EXPECT_EQ(trace, "");
+    }
+    Take(seconds, "in", "\nAccepted\r\n");
+    EXPECT_TRUE(trace.ends_with(" in \"\\nAccepted\\r\\n\"\n")) << trace;
+    EXPECT_TRUE(trace.starts_with("00:00:01.000 tcp1 out \"\\*\"\n00:00:01.100 tcp1 in \"\\*\"\n"
+                                  "00:00:49.000 tcp1 out \"\\r\"\n"))
+        << trace;
+}
+
+TEST_F(MaskTest, TheBeginningOfALineIsNotGivenUpForTheOneBefore)
+{
+    Take(1, "out", "DIRJOBS\r\n");
+    Take(20, "out", "sesa");
+    EXPECT_EQ(trace, "00:00:01.000 tcp1 out \"DIRJOBS\\r\\n\"\n");
+    Take(35, "out", "me\r\n");
+    Take(36, "in", "Accepted\r\n");
+    EXPECT_TRUE(trace.ends_with("00:00:20.000 tcp1 out \"\\*\"\n00:00:35.000 tcp1 out \"\\r\\n\"\n"
+                                "00:00:36.000 tcp1 in \"Accepted\\r\\n\"\n"))
+        << trace;
+}
+
+TEST_F(MaskTest, ALineThatNeverEndedMayBeAPassword)
+{
+    Take(1, "out", "sesa");
+    Take(1.1, "in", "sesa");
+    mask.Flush();
+    EXPECT_EQ(trace, "00:00:01.000 tcp1 out \"\\*\"\n00:00:01.100 tcp1 in \"\\*\"\n");
+}
+
+TEST_F(MaskTest, TheModemsEscapeNeedsNoLineEnd)
+{
+    Take(1, "out", "+++");
+    mask.Flush();
+    EXPECT_EQ(trace, "00:00:01.000 tcp1 out \"+++\"\n");
+}
+
+TEST_F(MaskTest, WhatWasHiddenOfOneLinkHidesNothingOfTheNext)
+{
+    Take(1, "in", "GREENHOUSE");
+    Take(1, "out", "GREEN");
+    mask.Flush();
+    mask.Opened(PasswordWatch::Line::Network);
+    Take(2, "open", "\"x:1\"");
+    Take(3, "in", "TANK\r\n");
+    Take(4, "in", "GREENHOUSE\r\n");
+    EXPECT_EQ(trace, "00:00:01.000 tcp1 in \"\\*\"\n00:00:01.000 tcp1 out \"\\*\"\n00:00:02.000 tcp1 open \"x:1\"\n"
+                     "00:00:03.000 tcp1 in \"TANK\\r\\n\"\n00:00:04.000 tcp1 in \"\\*\\r\\n\"\n");
+}
+
 TEST_F(MaskTest, NoMoreThanAThousandEntriesWait)
 {
     Take(1, "in", "GREEN");

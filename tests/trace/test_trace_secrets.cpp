@@ -60,6 +60,7 @@ TEST(SecretFilter, AShortSecretCountsOnlyAsTheLastWordOfALine)
     const TraceSecrets secrets = Knowing({"abc"});
     EXPECT_EQ(Filtered(secrets, "abc\r"), "*\r");
     EXPECT_EQ(Filtered(secrets, "PASS abc\r\n"), "PASS *\r\n");
+    EXPECT_EQ(Filtered(secrets, ">abc\r\n"), ">*\r\n");
     EXPECT_EQ(Filtered(secrets, "abcd xabc abc.\r"), "abcd xabc abc.\r");
 }
 
