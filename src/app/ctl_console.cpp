@@ -181,7 +181,7 @@ std::string ConsoleDialogs::AskPassword(const std::string& text, const std::stri
 {
     if (!m_password)
         m_console.Print(PlainText(text));
-    const std::string password = m_password ? *m_password : m_console.Ask("Password: ", true).value_or("");
+    std::string password = m_password ? *m_password : m_console.Ask("Password: ", true).value_or("");
     m_console.Keep({"question", PlainText(text), password.empty() ? "no" : "yes"});
     return password;
 }
