@@ -44,8 +44,9 @@ int showHelp()
         << Usage
         << "\nRuns simulated loggers until it is ended by a signal, or with a COMMAND for as long as that runs: its "
            "exit\n"
-           "code is then the command's. Tells where each of them stands, then \"ready\"; with a COMMAND on standard\n"
-           "error. The command finds them in its environment as --env tells them, and no other com ports.\n\n"
+           "code is then the command's. Tells where each of them stands, then \"ready\"; with a COMMAND only the\n"
+           "former, on standard error. The command finds them in its environment as --env tells them, and no other\n"
+           "com ports.\n\n"
            "  --env            also tells it as HARVELOP_COM<n>=PATH and TALLYSIM_TCP_<n>=ADDRESS:PORT, where\n"
            "                   the second n counts the loggers from 1\n"
            "  --demo           some loggers of all kinds, for whoever has none: try\n"
