@@ -40,8 +40,12 @@ std::vector<const OptionKey*> shownKeys()
     return keys;
 }
 
-ordered_json valueOf(const Options& options, const OptionKey& row)
+// What is told of an option: of a password only whether there is one, as its field shows no more.
+ordered_json toldOf(const Options& options, const OptionKey& row)
 {
+    const bool password = row.key.ends_with("Password") && std::holds_alternative<std::string Options::*>(row.variable);
+    if (password && !OptionText(options, row.variable).empty())
+        return "(set)";
     return std::visit([&](auto member) { return ordered_json(options.*member); }, row.variable);
 }
 
@@ -49,24 +53,22 @@ void show(const Options& options, bool json, std::ostream& out)
 {
     ordered_json all = ordered_json::object();
     for (const OptionKey* row : shownKeys()) {
-        all[std::string(row->key)] = valueOf(options, *row);
+        const ordered_json& told = all[std::string(row->key)] = toldOf(options, *row);
         if (!json)
-            out << row->key << "=" << Printable(OptionText(options, row->variable)) << "\n";
+            out << row->key << "="
+                << Printable(told.is_string() ? told.get<std::string>() : OptionText(options, row->variable)) << "\n";
     }
     if (json)
         out << JsonText(all);
 }
 
-// Those that are another than before; of a password only that it is.
+// Those that are another than before.
 ordered_json changed(const Options& before, const Options& now)
 {
     ordered_json all = ordered_json::object();
     for (const OptionKey* row : shownKeys())
         if (OptionText(before, row->variable) != OptionText(now, row->variable))
-            all[std::string(row->key)] =
-                row->key.ends_with("Password") && std::holds_alternative<std::string Options::*>(row->variable)
-                    ? ordered_json("(set)")
-                    : valueOf(now, *row);
+            all[std::string(row->key)] = toldOf(now, *row);
     return all;
 }
 

@@ -101,6 +101,13 @@ TEST(CtlSettings, APasswordIsStoredButNotTold)
     EXPECT_EQ(t.out.str().find("secret"), std::string::npos);
     EXPECT_EQ(nlohmann::json::parse(t.out.str())["changed"], nlohmann::json({{"FTPPassword", "(set)"}}));
     EXPECT_TRUE(t.Has("FTPPassword=secret"));
+    EXPECT_EQ(t.Run({"options"}), CtlDone);
+    EXPECT_NE(t.out.str().find("\nSMTPPassword=\n"), std::string::npos);
+    EXPECT_NE(t.out.str().find("\nFTPPassword=(set)\n"), std::string::npos);
+    EXPECT_EQ(t.Run({"options", "--json"}), CtlDone);
+    EXPECT_EQ(nlohmann::json::parse(t.out.str())["FTPPassword"], "(set)");
+    EXPECT_EQ(t.Run({"options", "FTPPassword=", "--json"}), CtlDone);
+    EXPECT_EQ(nlohmann::json::parse(t.out.str())["changed"], nlohmann::json({{"FTPPassword", ""}}));
 }
 
 TEST(CtlSettings, AFileThatCannotBeReadOrWrittenIsTold)
