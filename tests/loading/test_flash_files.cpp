@@ -25,7 +25,7 @@ protected:
     // What stands in the application directory as `program` is started.
     void WhenStarted(const std::string& program, const std::function<void()>& look)
     {
-        desktop.start = [this, go = desktop.start, program, look](const FakeDesktop::Started& started) {
+        desktop.start = [go = desktop.start, program, look](const FakeDesktop::Started& started) {
             if (started.path == FlashApp + program)
                 look();
             return go(started);
