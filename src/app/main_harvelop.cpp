@@ -75,6 +75,7 @@ int main(int argc, char** argv)
     if (argc > 1 && answered(argv[1]))
         return 0;
     std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow any more is told like a full disk
+    std::signal(SIGPIPE, SIG_IGN); // nobody has to read the trace or the complaints to their end
     PrepareEventDispatcher();
     QApplication app(argc, argv);
     QApplication::setApplicationName("harvelop");

@@ -95,6 +95,18 @@ class TraceTest(unittest.TestCase):
                 told = f"The trace {path} cannot be written: {reason}. The program goes on without it.\n"
                 self.assertEqual(error, told + expected[2])
 
+    def test_a_window_goes_on_when_nobody_reads_its_complaints_about_the_trace(self):
+        with Scene() as scene:
+            reader, writer = os.pipe()
+            os.close(reader)
+            environment = dict(scene.environment, QT_QPA_PLATFORM="offscreen", HARVELOP_TRACE=scene.path("none/trace"))
+            run = subprocess.run([os.path.join(BIN, "harvelop"), "::9"], cwd=scene.directory, env=environment,
+                                 stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=writer, timeout=120,
+                                 check=False)
+            os.close(writer)
+            self.assertEqual(run.returncode, 0)  # a normal end: there is no logger with that key
+            self.assertTrue(os.path.exists(scene.path("options.ini")))
+
     def test_the_demo_is_found_with_one_command(self):
         with Scene() as scene:
             run = subprocess.run([os.path.join(BIN, "tallysim"), "--demo", "--", os.path.join(BIN, "harvelctl"),
