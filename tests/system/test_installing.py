@@ -34,7 +34,8 @@ class Installing(unittest.TestCase):
                        f"share/icons/hicolor/scalable/apps/{ID}.svg"}
             wanted |= {f"share/doc/harvelop/{name}" for name in (
                 "copyright", "changelog.gz", "changelog.Debian.gz", "examples/70-harvelop.rules",
-                "examples/loggers.json")}
+                "examples/loggers.json", "manual.md", "commands.md", "formats.md", "languages.md", "serial-ports.md",
+                "trace.md")}
             wanted |= {f"share/{path}" for path in ("bash-completion/completions/harvelctl",
                                                     "zsh/vendor-completions/_harvelctl",
                                                     "fish/vendor_completions.d/harvelctl.fish")}
