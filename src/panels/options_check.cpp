@@ -199,6 +199,9 @@ private:
         for (const ValueRule& rule : ValueRules)
             if (rule.key == row.key && !rule.holds(value))
                 add(number, rule.oddity, named(row.key) + std::string(rule.otherwise));
+        const bool box = std::holds_alternative<bool Options::*>(row.variable); // "1" is as good as "True"
+        if (!box && OptionText(scratch, row.variable) != value)
+            add(number, Oddity::Changed, named(row.key) + "is spelled otherwise than the program spells it");
     }
 
     std::map<std::string, int, std::less<>> m_lines; // the first line of each key

@@ -110,6 +110,8 @@ TEST(CtlCheck, AValueThatAnOptionCannotTakeIsNamedButNotTold)
         {"ShowMessages", "yes", "ShowMessages wants True or False"},
         {"LastUtallyCore", "1e9", "LastUtallyCore wants a whole number"},
         {"LastUtallyCore", "77", "LastUtallyCore names no place in the list of loggers"},
+        {"LastUtallyCore", "1.5", "LastUtallyCore is spelled otherwise than the program spells it"},
+        {"LogFileSize", "1e2", "LogFileSize is spelled otherwise than the program spells it"},
         {"OptionsTop", "top", "OptionsTop wants a number"},
         {"LogFileSize", "-5", "LogFileSize can't be less than 0"},
         {"ModemTimeout", "4 s", "ModemTimeout wants a number of seconds"},
