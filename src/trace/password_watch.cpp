@@ -107,7 +107,8 @@ void PasswordWatch::GiveUpLine()
 void PasswordWatch::takeSentLine(const std::string& line)
 {
     const bool isNext = std::exchange(m_now.passwordNext, false);
-    m_now.said = line;
+    if (!line.empty())
+        m_now.said = line;
     m_now.asked = false;
     m_now.probed = line == Probe;
     const Command* command = findCommand(line);

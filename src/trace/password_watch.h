@@ -43,7 +43,7 @@ private:
     struct Dialogue {
         std::string sent;     // the line that is being sent
         std::string received; // the line that is being received
-        std::string said;     // the line that was sent last
+        std::string said;     // the line that was sent last, but for empty ones
         bool asked = false;   // it awaits its answer, and may be a password
         bool passwordNext = false;
         bool probed = false;    // the line sent last was the probe

@@ -79,6 +79,7 @@ TEST_F(WatchTest, AnEchoUnlocksNothing)
 {
     watch.Opened(PasswordWatch::Line::Network);
     Say("\x7f", "\x7f\r\n<<\r\n");
+    Say("Q /H/r\r\n", "Q /H/r\r\n");
     Say("TANK", "TANK\r\n");
     Say("GREENHOUS", "<<greenhous\r\n");
     EXPECT_TRUE(Knows("TANK"));
