@@ -20,6 +20,8 @@ def library():
             ("XOpenDisplay", pointer, [ctypes.c_char_p]), ("XCloseDisplay", ctypes.c_int, [pointer]),
             ("XDefaultRootWindow", word, [pointer]), ("XInternAtom", word, [pointer, ctypes.c_char_p, ctypes.c_int]),
             ("XCreateSimpleWindow", word, [pointer, word, *[ctypes.c_int] * 2, *[ctypes.c_uint] * 3, word, word]),
+            ("XSetSelectionOwner", ctypes.c_int, [pointer, word, word, word]),
+            ("XSync", ctypes.c_int, [pointer, ctypes.c_int]),
             ("XConvertSelection", ctypes.c_int, [pointer, word, word, word, word, word]),
             ("XCheckTypedWindowEvent", ctypes.c_int, [pointer, word, ctypes.c_int, ctypes.POINTER(XEvent)]),
             ("XGetWindowProperty", ctypes.c_int, [pointer, word, word, ctypes.c_long, ctypes.c_long, ctypes.c_int, word,
@@ -29,6 +31,15 @@ def library():
         routine = getattr(x, name)
         routine.restype, routine.argtypes = result, arguments
     return x
+
+
+def clear(display, selection):
+    """Afterwards nobody holds the selection, until somebody selects anew."""
+    x = library()
+    connection = x.XOpenDisplay(display.encode())
+    x.XSetSelectionOwner(connection, x.XInternAtom(connection, selection.encode(), 0), 0, 0)
+    x.XSync(connection, 0)
+    x.XCloseDisplay(connection)
 
 
 def read(display, selection, seconds=10):

@@ -50,6 +50,7 @@ class WaysCase(PanelCase):
         place = dict(line.split("=") for line in self.screen.tool("getwindowgeometry", "--shell", window).stdout.split())
         across, down = int(place["WIDTH"]) // 2, int(place["HEIGHT"]) // 6
         text = ""
+        selections.clear(self.screen.display, "PRIMARY")  # a field may still hold it
 
         def copied():
             nonlocal text
