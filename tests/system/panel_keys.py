@@ -80,7 +80,9 @@ class PanelCase(unittest.TestCase):
             words += ["type", "--delay", "4", "--args", "1"] if isinstance(step, Typed) else ["key", "--delay", "4"]
             words.append(step)
         pressed = self.screen.tool("windowactivate", "--sync", self.screen.window(title), *words)
-        self.assertEqual((pressed.returncode, pressed.stderr), (0, ""))
+        # While it waits for the window to be the active one, there may be none for a moment.
+        told = [line for line in pressed.stderr.splitlines() if "[_NET_ACTIVE_WINDOW] failed" not in line]
+        self.assertEqual((pressed.returncode, told), (0, []))
 
     def answer(self, title, *steps):
         """Gives the steps that close the window with this title."""
