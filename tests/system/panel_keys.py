@@ -99,7 +99,9 @@ class PanelCase(unittest.TestCase):
     def end(self, program):
         self.press(OPTIONS, "alt+k")
         _, error = program.communicate(timeout=WAIT)
-        self.assertEqual((program.returncode, error), (0, ""))
+        # What Qt says when a busy accessibility bus is late with an answer is nothing of the program's.
+        told = [line for line in error.splitlines() if not line.startswith("QSpiApplication::")]
+        self.assertEqual((program.returncode, told), (0, []))
 
     def open(self, logger):
         """Opens the panel of the logger at that place in the list."""
