@@ -50,17 +50,17 @@ Mnemonics mnemonicsIn(std::string_view text)
 class LanguageChecker
 {
 public:
-    explicit LanguageChecker(std::string_view text) : m_text(text), m_file(ReadLanguageLines(text)) {}
+    explicit LanguageChecker(std::string_view text) : m_text(text) {}
 
     std::vector<LanguageFinding> Run()
     {
-        for (const LanguageLine& line : m_file.lines)
+        m_unreadFrom = ReadLanguageLines(m_text, [this](const LanguageLine& line) {
             for (size_t font = 0; font < LangFonts; ++font)
                 m_fontNamed[font] = m_fontNamed[font] || (line.fonts[font] && !line.fontName.empty());
-        for (const LanguageLine& line : m_file.lines)
-            checkLine(line);
-        if (m_file.unreadFrom != 0)
-            add(m_file.unreadFrom,
+        });
+        ReadLanguageLines(m_text, [this](const LanguageLine& line) { checkLine(line); });
+        if (m_unreadFrom != 0)
+            add(m_unreadFrom,
                 "nothing is read from here on: " + std::to_string(MaxMessageLines) + " lines of texts are the most");
         for (const int number : m_numbers)
             if (!m_first.contains(number))
@@ -84,7 +84,7 @@ private:
             checkFontLine(line);
         if (line.message)
             checkMessage(line.line, line.text, *line.message);
-        else if (!namesFont && line.line != m_file.unreadFrom)
+        else if (!namesFont && line.line != m_unreadFrom)
             checkPassedOver(line);
     }
 
@@ -195,7 +195,7 @@ private:
     }
 
     std::string_view m_text;
-    LanguageLines m_file;
+    int m_unreadFrom = 0; // the line at which the reading stops
     const std::vector<int> m_numbers = TextNumbers();
     std::array<bool, LangFonts> m_fontNamed = {};
     std::array<int, LangFonts> m_fontLine = {}; // the line that names each font first

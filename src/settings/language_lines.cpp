@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <vector>
 
 namespace harvelop
 {
@@ -58,28 +59,29 @@ std::int16_t appendDigits(std::int16_t number, std::string_view digits)
 
 } // namespace
 
-LanguageLines ReadLanguageLines(std::string_view text)
+int ReadLanguageLines(std::string_view text, const std::function<void(const LanguageLine&)>& take)
 {
     if (text.substr(0, ByteOrderMark.size()) == ByteOrderMark)
         text.remove_prefix(ByteOrderMark.size());
-    LanguageLines file;
     LineReader reader(text);
     size_t messages = 0;
     std::string_view line;
-    for (int number = 1; file.unreadFrom == 0 && reader.Next(line); ++number) {
-        LanguageLine& read = file.lines.emplace_back();
+    for (int number = 1; reader.Next(line); ++number) {
+        LanguageLine read;
         read.line = number;
         read.text = line;
         for (size_t font = 0; font < LangFonts; ++font)
             read.fonts[font] = Holds(line, FontKeys[font]);
         read.fontName = line.substr(std::min(FontNameStart, line.size()), FontNameLength);
         read.looksLikeMessage = isMessageLine(line);
-        if (read.looksLikeMessage && ++messages > MaxMessageLines)
-            file.unreadFrom = number; // the fonts that it names count yet
-        else if (read.looksLikeMessage)
+        const bool tooMany = read.looksLikeMessage && ++messages > MaxMessageLines;
+        if (read.looksLikeMessage && !tooMany)
             read.message = splitMessage(cleaned(line));
+        take(read); // also of one too many the fonts that it names count
+        if (tooMany)
+            return number;
     }
-    return file;
+    return 0;
 }
 
 std::optional<size_t> FontOf(std::string_view digit)
@@ -89,21 +91,23 @@ std::optional<size_t> FontOf(std::string_view digit)
     return static_cast<size_t>(digit[0] - '1');
 }
 
-LanguageEntries EntriesOf(const LanguageLines& file)
+LanguageEntries EntriesOf(std::string_view text)
 {
-    std::array<std::string_view, LangFonts> fontNames;
-    for (const LanguageLine& line : file.lines)
+    std::array<std::string_view, LangFonts> fontNames; // also of fonts that are named behind the texts
+    std::vector<LanguageMessage> messages;
+    ReadLanguageLines(text, [&](const LanguageLine& line) {
         for (size_t font = 0; font < LangFonts; ++font)
             if (line.fonts[font])
                 fontNames[font] = line.fontName;
+        if (line.message)
+            messages.push_back(*line.message);
+    });
     LanguageEntries entries;
-    for (const LanguageLine& line : file.lines) {
-        if (!line.message)
-            continue;
-        LanguageEntry& entry = entries[static_cast<size_t>(line.message->number - 1)];
-        entry.text += line.message->text;
-        entry.fontSize = appendDigits(entry.fontSize, line.message->size);
-        if (const auto font = FontOf(line.message->font))
+    for (const LanguageMessage& message : messages) {
+        LanguageEntry& entry = entries[static_cast<size_t>(message.number - 1)];
+        entry.text += message.text;
+        entry.fontSize = appendDigits(entry.fontSize, message.size);
+        if (const auto font = FontOf(message.font))
             entry.fontName = fontNames[*font];
     }
     return entries;

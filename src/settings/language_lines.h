@@ -3,10 +3,10 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace harvelop
 {
@@ -36,11 +36,9 @@ struct LanguageLine {
     std::optional<LanguageMessage> message; // none if it is malformed
 };
 
-struct LanguageLines {
-    std::vector<LanguageLine> lines; // views into the text that was read
-    int unreadFrom = 0;              // the line at which the reading stopped; 0 if it went to the end
-};
-LanguageLines ReadLanguageLines(std::string_view text);
+// Hands out one line after the other, as views into the text; keeps none, as a file may be all blank lines. Gives the
+// line at which the reading stopped, the last one handed out; 0 if it went to the end.
+int ReadLanguageLines(std::string_view text, const std::function<void(const LanguageLine&)>& take);
 
 // The place of a font by its digit, 0 to 4; none for anything else.
 std::optional<size_t> FontOf(std::string_view digit);
@@ -52,6 +50,6 @@ struct LanguageEntry {
 };
 // By number minus 1. A repeated number goes on where the former line ended, its size too: that is meant.
 using LanguageEntries = std::array<LanguageEntry, LangEntries>;
-LanguageEntries EntriesOf(const LanguageLines& file);
+LanguageEntries EntriesOf(std::string_view text);
 
 } // namespace harvelop

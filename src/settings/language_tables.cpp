@@ -14,7 +14,7 @@ void LanguageTables::LoadLanguageFile()
         m_end.EndProgram();
         return;
     }
-    m_entries = EntriesOf(ReadLanguageLines(file.text));
+    m_entries = EntriesOf(file.text);
 }
 
 const LanguageEntry* LanguageTables::entry(int number) const

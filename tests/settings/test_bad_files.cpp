@@ -5,6 +5,8 @@
 #include "support/memory_files.h"
 #include "support/scripted_dialogs.h"
 
+#include <sys/resource.h>
+
 namespace harvelop::test
 {
 namespace
@@ -120,6 +122,22 @@ TEST_F(BadFilesTest, LanguageFileOfAMillionLinesIsReadToItsThousandth)
     files.files["/English.txt"] = text;
     language.LoadLanguageFile();
     EXPECT_EQ(language.LangText(1000), "text 1000");
+}
+
+TEST_F(BadFilesTest, LanguageFileOfBlankLinesTakesNoRoomForEachOfThem)
+{
+    constexpr long MostKilobytes = 64 * 1024;
+    const auto usedKilobytes = [] {
+        rusage usage = {};
+        EXPECT_EQ(getrusage(RUSAGE_SELF, &usage), 0);
+        return usage.ru_maxrss;
+    };
+    files.files["/English.txt"] = std::string(2 * Megabyte, '\n') + "Font1=Late\n503:1:9:the last line\n";
+    const long before = usedKilobytes();
+    language.LoadLanguageFile();
+    EXPECT_EQ(language.LangText(503), "the last line");
+    EXPECT_EQ(language.LangFontName(503), "Late");
+    EXPECT_LT(usedKilobytes() - before, MostKilobytes);
 }
 
 TEST_F(BadFilesTest, LanguageFileWithALineOf51MegabytesIsRead)

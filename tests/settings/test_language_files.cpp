@@ -48,10 +48,10 @@ TEST(LanguageFiles, EachPassesTheCheck)
 TEST(LanguageFiles, TranslationsDifferFromTheEnglishButForNamesAndSigns)
 {
     const std::string english = fileOf("English");
-    const LanguageEntries original = EntriesOf(ReadLanguageLines(english));
+    const LanguageEntries original = EntriesOf(english);
     for (const char* language : {"German", "French", "Spanish"}) {
         const std::string text = fileOf(language);
-        const LanguageEntries entries = EntriesOf(ReadLanguageLines(text));
+        const LanguageEntries entries = EntriesOf(text);
         const auto same = std::ranges::count_if(TextNumbers(), [&](int number) {
             const auto index = static_cast<size_t>(number - 1);
             return entries[index].text == original[index].text;

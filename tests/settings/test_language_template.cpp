@@ -12,14 +12,15 @@ namespace
 TEST(LanguageTemplate, HoldsEachNumberOnceAndRisingWithFontAndSize)
 {
     const std::string text = LanguageTemplate();
-    const LanguageLines file = ReadLanguageLines(text);
     std::vector<int> numbers;
-    for (const LanguageLine& line : file.lines)
+    const int unreadFrom = ReadLanguageLines(text, [&](const LanguageLine& line) {
         if (line.message) {
             numbers.push_back(line.message->number);
             EXPECT_EQ(line.message->font, "1") << line.text;
             EXPECT_EQ(line.message->size, "9") << line.text;
         }
+    });
+    EXPECT_EQ(unreadFrom, 0);
     EXPECT_EQ(numbers, TextNumbers());
     EXPECT_GT(numbers.size(), 350u);
 }
@@ -27,7 +28,7 @@ TEST(LanguageTemplate, HoldsEachNumberOnceAndRisingWithFontAndSize)
 TEST(LanguageTemplate, IsReadBackAsTheEnglishWords)
 {
     const std::string text = LanguageTemplate();
-    const LanguageEntries entries = EntriesOf(ReadLanguageLines(text));
+    const LanguageEntries entries = EntriesOf(text);
     for (const int number : TextNumbers()) {
         const LanguageEntry& entry = entries[static_cast<size_t>(number - 1)];
         EXPECT_EQ(entry.text, WordsForFile(number)) << number;
@@ -51,11 +52,11 @@ TEST(LanguageTemplate, OnlyItsFontLineNamesAFontAndAllElseIsCommentOrText)
 {
     const std::string text = LanguageTemplate();
     int fonts = 0;
-    for (const LanguageLine& line : ReadLanguageLines(text).lines) {
+    ReadLanguageLines(text, [&](const LanguageLine& line) {
         const auto named = std::count(line.fonts.begin(), line.fonts.end(), true);
         fonts += static_cast<int>(named);
         EXPECT_TRUE(named == 1 || line.message || line.text.starts_with('#')) << line.text;
-    }
+    });
     EXPECT_EQ(fonts, 1);
 }
 
