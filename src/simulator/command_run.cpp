@@ -1,6 +1,7 @@
 #include "simulator/command_run.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -14,18 +15,25 @@ namespace harvelop
 namespace
 {
 
-constexpr int NotStarted = 127;
+constexpr int Failed = 127;
 constexpr int Signalled = 128;
 constexpr auto Endings = std::to_array<int>({SIGTERM, SIGINT, SIGHUP, SIGQUIT});
 
-sigset_t setOf(bool withChildren)
+bool isIgnored(int number)
+{
+    struct sigaction action = {};
+    return sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+// A blocked signal is taken even where it was to be ignored, as under nohup; so that one stays out.
+sigset_t endingsAndChildren()
 {
     sigset_t signals;
     sigemptyset(&signals);
     for (const int number : Endings)
-        sigaddset(&signals, number);
-    if (withChildren)
-        sigaddset(&signals, SIGCHLD);
+        if (!isIgnored(number))
+            sigaddset(&signals, number);
+    sigaddset(&signals, SIGCHLD);
     return signals;
 }
 
@@ -40,7 +48,8 @@ void putInEnvironment(const std::vector<PlacedLine>& lines)
     }
 }
 
-// With none of the signals blocked or ignored that are so here. 0 and `child`, or the error number.
+// With none of the signals blocked that are so here, and none ignored but those that its starter ignores. 0 and
+// `child`, or the error number.
 int spawn(const std::vector<std::string>& command, pid_t& child)
 {
     std::vector<char*> words;
@@ -63,7 +72,7 @@ int spawn(const std::vector<std::string>& command, pid_t& child)
     return error;
 }
 
-// A signal from the keyboard has reached the command as well.
+// One from the keyboard has reached the command already. Of any other nothing tells whether it went to the whole group.
 void passOn(const signalfd_siginfo& signal, pid_t child)
 {
     if (signal.ssi_code != SI_KERNEL)
@@ -74,7 +83,7 @@ void passOn(const signalfd_siginfo& signal, pid_t child)
 
 EndSignals::EndSignals()
 {
-    const sigset_t signals = setOf(true);
+    const sigset_t signals = endingsAndChildren();
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     m_signals = LineHandle(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
 }
@@ -90,21 +99,27 @@ void RunUntilEnd(SimulationLoop& loop, const EndSignals& signals)
 int RunCommand(const std::vector<std::string>& command, SimulationLoop& loop, const EndSignals& signals,
                const std::vector<PlacedLine>& lines, std::string& error)
 {
+    std::signal(SIGCHLD, SIG_DFL); // where it is ignored, nothing tells that a child has ended
     putInEnvironment(lines);
     pid_t child = 0;
     if (const int failure = spawn(command, child); failure != 0) {
         error = "cannot start " + command.front() + ": " + std::strerror(failure);
-        return NotStarted;
+        return Failed;
     }
-    for (;;) {
+    int status = 0;
+    pid_t ended = 0;
+    while (ended == 0) {
         loop.Run(signals.Get());
         signalfd_siginfo signal{};
         if (read(signals.Get(), &signal, sizeof signal) == sizeof signal && signal.ssi_signo != SIGCHLD)
             passOn(signal, child);
-        int status = 0;
-        if (waitpid(child, &status, WNOHANG) == child)
-            return WIFEXITED(status) ? WEXITSTATUS(status) : Signalled + WTERMSIG(status);
+        ended = waitpid(child, &status, WNOHANG);
     }
+    if (ended < 0) {
+        error = "cannot tell how " + command.front() + " ended: " + std::strerror(errno);
+        return Failed;
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : Signalled + WTERMSIG(status);
 }
 
 } // namespace harvelop

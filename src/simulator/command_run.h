@@ -11,7 +11,8 @@
 namespace harvelop
 {
 
-// Takes the signals that ask a program to end, and those of children, for as long as it lives.
+// Takes the signals that ask a program to end, but none that its starter ignores, and those of children, for as long as
+// it lives.
 class EndSignals
 {
 public:
@@ -26,8 +27,10 @@ private:
 void RunUntilEnd(SimulationLoop& loop, const EndSignals& signals);
 
 // Starts the command with `lines` in its environment: HARVELOP_COM1 to 16, those without a line empty, and
-// TALLYSIM_TCP_<n>. Passes on the signals that are sent to this process alone. Gives the command's exit code, 128 and
-// the number of the signal that has ended it, or, with the reason in `error`, 127 if it could not be started.
+// TALLYSIM_TCP_<n>. Passes on each signal that asks for the end, but those from the keyboard, which reach the command
+// by themselves; one that is sent to the whole process group, as timeout(1) does, so reaches it twice. Gives the
+// command's exit code, 128 and the number of the signal that has ended it, or, with the reason in `error`, 127 if it
+// could not be started or waited for.
 int RunCommand(const std::vector<std::string>& command, SimulationLoop& loop, const EndSignals& signals,
                const std::vector<PlacedLine>& lines, std::string& error);
 

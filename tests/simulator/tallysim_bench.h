@@ -8,6 +8,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
+#include <set>
 #include <sstream>
 #include <string>
 #include <sys/prctl.h>
@@ -31,7 +32,8 @@ protected:
         std::filesystem::remove_all(folder);
     }
 
-    // Starts the program; its output is in `output`, its complaints in the file `errors`.
+    // Starts the program, which is to ignore the signals `ignored`; its output is in `output`, its complaints in the
+    // file `errors`.
     void Start(const std::vector<std::string>& arguments)
     {
         int ends[2];
@@ -39,6 +41,8 @@ protected:
         process = fork();
         if (process == 0) {
             prctl(PR_SET_PDEATHSIG, SIGKILL);
+            for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGQUIT, SIGCHLD})
+                std::signal(number, ignored.contains(number) ? SIG_IGN : SIG_DFL);
             dup2(ends[1], STDOUT_FILENO);
             dup2(open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDERR_FILENO);
             ::close(ends[0]);
@@ -99,6 +103,7 @@ protected:
     const std::filesystem::path folder =
         std::filesystem::path(testing::TempDir()) / ("tallysim_" + std::to_string(getpid()));
     const std::filesystem::path errors = folder / "errors";
+    std::set<int> ignored;
     pid_t process = -1;
     LineHandle output;
     std::string told;

@@ -68,6 +68,26 @@ TEST_F(TallysimRuns, SignalsReachTheCommand)
     EXPECT_EQ(End(SIGHUP), 128 + SIGHUP);
 }
 
+TEST_F(TallysimRuns, SignalsThatItsStarterIgnoresAreIgnored)
+{
+    ignored = {SIGHUP, SIGINT, SIGQUIT};
+    const auto places = Simulate(R"({"loggers": [{"model": "KR40", "port": "tcp:0"}]})");
+    ASSERT_EQ(places.size(), 1U) << told << Errors();
+    for (const int number : ignored) {
+        kill(process, number);
+        for (int i = 0; i < 2; ++i) // it may have answered once before it saw the signal
+            EXPECT_THAT(Ask(Connect(places.at("TALLYSIM_TCP_1")), "TEST0\r\n", "\n"), StartsWith("T,tallyCore 40 "));
+    }
+    EXPECT_EQ(End(SIGTERM), 0);
+}
+
+TEST_F(TallysimRuns, ACommandEndsAlsoWhereTheStarterIgnoresChildren)
+{
+    ignored = {SIGCHLD};
+    Start({"--demo", "--", "sh", "-c", "exit 7"});
+    EXPECT_EQ(End(), 7);
+}
+
 TEST_F(TallysimRuns, ACommandThatCannotBeStartedIsTold)
 {
     Start({"--demo", "--", folder / "none"});

@@ -11,6 +11,7 @@ BIN = os.environ["HARVELOP_BIN"]
 DEMO = os.path.realpath(os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "demo"))
 HARVEL = os.path.join(DEMO, "harvel")
 PORTS = range(1, 17)
+signal.signal(signal.SIGINT, signal.default_int_handler)  # so that what is started here takes it, whoever started this
 
 
 class Scene:

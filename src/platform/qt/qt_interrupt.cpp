@@ -10,12 +10,20 @@ namespace harvelop
 namespace
 {
 
+bool isIgnored(int signal)
+{
+    struct sigaction action = {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+// A blocked signal is taken even where it was to be ignored, as under nohup; so that one stays out.
 sigset_t interrupts()
 {
     sigset_t set;
     sigemptyset(&set);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        sigaddset(&set, signal);
+        if (!isIgnored(signal))
+            sigaddset(&set, signal);
     return set;
 }
 

@@ -11,7 +11,7 @@ namespace harvelop
 {
 
 // While it lives, the first SIGINT, SIGTERM or SIGHUP calls `work` from the event loop. A second one ends the process
-// at once. One at a time; needs the application object.
+// at once. Those that the process was started to ignore stay ignored. One at a time; needs the application object.
 class QtInterrupt
 {
 public:
