@@ -15,6 +15,7 @@ namespace
 constexpr std::string_view Probe = "\x7f";
 constexpr std::string_view LoggerIsThere = "<<";
 constexpr size_t LongestLine = 1024; // of a longer one the beginning is looked at
+constexpr size_t MostSaid = 1000;    // lines without an answer; of more the last ones count
 
 struct Command {
     std::string_view line;
@@ -60,8 +61,7 @@ std::string withoutControls(const std::string& line)
 // Behind a prompt, maybe.
 bool isEcho(std::string_view line, std::string_view said)
 {
-    return !said.empty() && line.size() >= said.size() &&
-           FindIgnoringCase(line.substr(line.size() - said.size()), said) == 0;
+    return line.size() >= said.size() && FindIgnoringCase(line.substr(line.size() - said.size()), said) == 0;
 }
 
 } // namespace
@@ -107,17 +107,19 @@ void PasswordWatch::GiveUpLine()
 void PasswordWatch::takeSentLine(const std::string& line)
 {
     const bool isNext = std::exchange(m_now.passwordNext, false);
-    if (!line.empty())
-        m_now.said = line;
-    m_now.asked = false;
-    m_now.probed = line == Probe;
+    if (m_now.said.size() == MostSaid)
+        m_now.said.erase(m_now.said.begin());
+    if (const std::string plain = withoutControls(line); !plain.empty())
+        m_now.said.push_back(plain);
+    const bool isProbe = line == Probe;
+    m_now.probed = m_now.probed || isProbe;
     const Command* command = findCommand(line);
-    if (m_now.probed || command)
+    if (isProbe || command)
         m_now.passwordNext = isNext && !(command && command->isModems); // it comes behind those to the logger
     else if (!learnNamed(line) && (isNext || m_now.locked))
         m_secrets.Learn(line);
     else if (!m_now.loggingIn)
-        m_now.asked = !line.empty();
+        m_now.asked = m_now.asked || !line.empty();
 }
 
 // Of a login to a server, or where a password is named as such.
@@ -151,15 +153,19 @@ void PasswordWatch::takeAnswer(const std::string& line)
 {
     if (line.empty())
         return;
-    if (m_now.probed && Holds(line, LoggerIsThere)) {
+    if (m_now.asked && HoldsIgnoringCase(line, "Accepted")) {
+        for (const std::string& said : m_now.said)
+            if (!findCommand(said))
+                m_secrets.Learn(said);
+    } else if (m_now.probed && Holds(line, LoggerIsThere)) {
         m_now.locked = true;
         return;
-    }
-    if (m_now.asked && HoldsIgnoringCase(line, "Accepted"))
-        m_secrets.Learn(m_now.said);
-    else if (isEcho(line, withoutControls(m_now.said)))
+    } else if (std::ranges::any_of(m_now.said, [&](const std::string& said) { return isEcho(line, said); })) {
         return;
+    }
+    m_now.said.clear();
     m_now.asked = false;
+    m_now.probed = false;
     m_now.locked = false;
     m_now.passwordNext = m_now.passwordNext || line.starts_with("CONNECT");
 }

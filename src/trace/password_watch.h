@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace harvelop
 {
@@ -13,7 +14,7 @@ namespace harvelop
 // - on a com port the first line after its opening, and behind a modem the first one after "CONNECT", where every
 //   dialogue with a logger begins with its password;
 // - what is sent to a logger that answers the probe (the character 127 as a line) with "<<" and has said nothing since;
-// - a line that is answered with "Accepted";
+// - a line that is answered with "Accepted", and with it all others that were sent since the answer before;
 // - what follows "PASS ", "AUTH PLAIN " and the like, and "PASSWORD=";
 // - after "AUTH", every line to the end of the link.
 // The commands of an identification and of the modem's dialogue are never taken for one.
@@ -41,12 +42,12 @@ private:
     void takeAnswer(const std::string& line);
 
     struct Dialogue {
-        std::string sent;     // the line that is being sent
-        std::string received; // the line that is being received
-        std::string said;     // the line that was sent last, but for empty ones
-        bool asked = false;   // it awaits its answer, and may be a password
+        std::string sent;              // the line that is being sent
+        std::string received;          // the line that is being received
+        std::vector<std::string> said; // the lines that were sent since the last answer, without controls
+        bool asked = false;            // one of them may be a password
         bool passwordNext = false;
-        bool probed = false;    // the line sent last was the probe
+        bool probed = false;    // the probe is one of the lines since the last answer
         bool locked = false;    // the logger answers to nothing but the probe
         bool loggingIn = false; // "AUTH" was sent
         bool afterCr = false;   // a line feed now belongs to the line end before it

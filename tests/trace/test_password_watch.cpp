@@ -121,6 +121,51 @@ TEST_F(WatchTest, WhatIsAcceptedWasAPasswordAndIsHeldUntilThen)
     EXPECT_TRUE(Knows("GREENHOUSE"));
 }
 
+TEST_F(WatchTest, WhatIsAcceptedWasAPasswordWhateverFollowedItBeforeThatAnswer)
+{
+    watch.Opened(PasswordWatch::Line::Network);
+    watch.Sent("GREENHOUSE\r\nTEST0\r\n\r\nDIRJOBS\r\n");
+    EXPECT_TRUE(watch.Undecided());
+    watch.Received("GREENHOUSE\r\nTEST0\r\n\r\n"); // their echo
+    EXPECT_TRUE(watch.Undecided());
+    watch.Received("Accepted\r\n");
+    EXPECT_FALSE(watch.Undecided());
+    EXPECT_TRUE(Knows("GREENHOUSE"));
+    EXPECT_FALSE(Knows("TEST0"));
+    EXPECT_TRUE(Knows("DIRJOBS")); // it may have been this one
+}
+
+TEST_F(WatchTest, AnotherAnswerDecidesOnAllLinesBeforeIt)
+{
+    watch.Opened(PasswordWatch::Line::Network);
+    Say("DIRJOBS");
+    Say("TEST0", "*PUMP\r\n");
+    EXPECT_FALSE(watch.Undecided());
+    Say("GREENHOUSE", "Accepted\r\n");
+    EXPECT_TRUE(Knows("GREENHOUSE"));
+    EXPECT_FALSE(Knows("DIRJOBS"));
+}
+
+TEST_F(WatchTest, OfEndlessLinesWithoutAnAnswerTheLastOnesCount)
+{
+    watch.Opened(PasswordWatch::Line::Network);
+    for (int i = 0; i < 1100; ++i)
+        Say("line" + std::to_string(i));
+    watch.Received("Accepted\r\n");
+    EXPECT_FALSE(Knows("line99"));
+    EXPECT_TRUE(Knows("line100"));
+    EXPECT_TRUE(Knows("line1099"));
+}
+
+TEST_F(WatchTest, ALoggerIsLockedAlsoIfItAnswersTheProbeLate)
+{
+    watch.Opened(PasswordWatch::Line::Network);
+    Say("\x7f");
+    Say("Q /H/r", "<<\r\n");
+    Say("GREENHOUSE");
+    EXPECT_TRUE(Knows("GREENHOUSE"));
+}
+
 TEST_F(WatchTest, ALineThatIsAnsweredOtherwiseIsDecided)
 {
     watch.Opened(PasswordWatch::Line::Network);
