@@ -61,7 +61,9 @@ TraceSecrets::Match TraceSecrets::LookAt(std::string_view text, bool wordBegins,
         }
         if (differs)
             continue;
-        if (same == secret.size() && (!lastWord || lineEnds))
+        const bool isWhole =
+            same == secret.size() ? !lastWord || lineEnds : lineEnds && wordBegins && same >= ShortestAnywhere;
+        if (isWhole)
             return Match::Whole;
         best = Match::Beginning;
     }

@@ -10,7 +10,8 @@ namespace harvelop
 {
 
 // Compared without regard to ASCII case and to control characters, which a line may throw in anywhere. One of fewer
-// than four characters would be found in every other line: it counts only as the last word of a line.
+// than four characters would be found in every other line: it counts only as the last word of a line. So does the
+// beginning of a longer one, of four characters or more: somebody has mistyped it.
 class TraceSecrets
 {
 public:

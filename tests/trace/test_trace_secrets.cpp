@@ -64,6 +64,15 @@ TEST(SecretFilter, AShortSecretCountsOnlyAsTheLastWordOfALine)
     EXPECT_EQ(Filtered(secrets, "abcd xabc abc.\r"), "abcd xabc abc.\r");
 }
 
+TEST(SecretFilter, ABeginningOfASecretCountsAsTheLastWordOfALine)
+{
+    const TraceSecrets secrets = Knowing({"Se cret1"});
+    for (size_t piece = 1; piece < 20; ++piece) {
+        EXPECT_EQ(Filtered(secrets, "se cret\r\n>Se c\r\n", piece), "*\r\n>*\r\n");
+        EXPECT_EQ(Filtered(secrets, "se \rxse cret\rse cret x\r", piece), "se \rxse cret\rse cret x\r");
+    }
+}
+
 TEST(SecretFilter, WhatMayBeTheBeginningOfASecretIsHeldBack)
 {
     const TraceSecrets secrets = Knowing({"GREENHOUSE"});
@@ -121,7 +130,7 @@ TEST(SecretFilter, NoSplitOfAStreamShowsASecret)
         };
         ASSERT_EQ(lower(shown).find(lower(secret)), std::string::npos) << secret << "\n" << stream << "\n" << shown;
         ASSERT_LE(undecided.size(), secret.size());
-        if (lower(stream).find(lower(secret)) == std::string::npos) {
+        if (lower(stream).find(lower(secret).substr(0, 4)) == std::string::npos) {
             ASSERT_EQ(shown.find('*'), std::string::npos) << secret << "\n" << stream;
         }
     }
