@@ -167,7 +167,7 @@ void PasswordWatch::takeAnswer(const std::string& line)
     m_now.asked = false;
     m_now.probed = false;
     m_now.locked = false;
-    m_now.passwordNext = m_now.passwordNext || line.starts_with("CONNECT");
+    m_now.passwordNext = m_now.passwordNext || Holds(line, "CONNECT");
 }
 
 } // namespace harvelop

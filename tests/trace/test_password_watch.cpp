@@ -54,7 +54,7 @@ TEST_F(WatchTest, BehindAModemThePasswordComesAfterTheCall)
     Say("ath0", "OK\r\n");
     Say("ate0v1", "OK\r\n");
     Say("at&f&c1", "OK\r\n");
-    Say("atdt5550123", "\r\nCONNECT 9600\r\n");
+    Say("atdt5550123", "\r\n~ CONNECT 9600\r\n");
     Say("GREENHOUSE");
     EXPECT_TRUE(Knows("GREENHOUSE"));
     EXPECT_FALSE(Knows("at&f&c1"));
@@ -150,11 +150,11 @@ TEST_F(WatchTest, OfEndlessLinesWithoutAnAnswerTheLastOnesCount)
 {
     watch.Opened(PasswordWatch::Line::Network);
     for (int i = 0; i < 1100; ++i)
-        Say("line" + std::to_string(i));
+        Say("line" + std::to_string(i) + ".");
     watch.Received("Accepted\r\n");
-    EXPECT_FALSE(Knows("line99"));
-    EXPECT_TRUE(Knows("line100"));
-    EXPECT_TRUE(Knows("line1099"));
+    EXPECT_FALSE(Knows("line99."));
+    EXPECT_TRUE(Knows("line100."));
+    EXPECT_TRUE(Knows("line1099."));
 }
 
 TEST_F(WatchTest, ALoggerIsLockedAlsoIfItAnswersTheProbeLate)
