@@ -118,6 +118,7 @@ void TraceFile::Open(const std::string& path, const std::string& program)
 void TraceFile::Write(std::string_view lines)
 {
     while (m_fd >= 0 && !lines.empty()) {
+        errno = ENOSPC; // what writing nothing means, which is no error of its own
         const ssize_t written = ::write(m_fd, lines.data(), lines.size());
         if (written > 0)
             lines.remove_prefix(static_cast<size_t>(written));
