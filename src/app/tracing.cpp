@@ -8,22 +8,6 @@
 namespace harvelop
 {
 
-namespace
-{
-
-// As it is sent, and as it goes into a login to a mail server.
-void learnLogin(TraceSecrets& secrets, const std::string& user, const std::string& password)
-{
-    secrets.Learn(password);
-    if (password.empty())
-        return;
-    secrets.Learn(EncodeBase64(password));
-    for (const std::string& first : {std::string(), user})
-        secrets.Learn(EncodeBase64(first + '\0' + user + '\0' + password));
-}
-
-} // namespace
-
 std::string TraceOfEnvironment()
 {
     const char* path = std::getenv("HARVELOP_TRACE");
@@ -64,8 +48,9 @@ void Tracing::Watch(const Program& program)
     m_parts->trace.Gather = [&secrets = m_parts->trace.Secrets, &program] {
         for (const LoggerRecord& record : program.tables.records)
             secrets.Learn(record.LoggerPassword);
-        learnLogin(secrets, program.options.SMTPUserName, program.options.SMTPPassword);
-        learnLogin(secrets, program.options.FTPUserName, program.options.FTPPassword);
+        secrets.Learn(program.options.FTPPassword);
+        secrets.Learn(program.options.SMTPPassword);
+        secrets.Learn(EncodeBase64(program.options.SMTPPassword)); // as a mail server gets it
     };
 }
 

@@ -135,7 +135,6 @@ struct LoginsTest : PasswordsTest {
     {
         ExpectMasked(ctl.Trace(), "secret");
         ExpectMasked(ctl.Trace(), "c2VjcmV0");
-        ExpectMasked(ctl.Trace(), "AGFiYwBzZWNyZXQ");
     }
 
     TracedCtl ctl;
@@ -152,7 +151,7 @@ TEST_F(LoginsTest, ToAMailServer)
 TEST_F(LoginsTest, ToAMailServerThatSaysThemBackInPieces)
 {
     Script script = GoodMailLogin();
-    script["c2VjcmV0"] = {"535 c2VjcmV0 is not AGFiYwBzZWNyZXQ= nor secret\r\n", 20, 30};
+    script["c2VjcmV0"] = {"535 c2VjcmV0 is not\r\n535 secret\r\n", 20, 30};
     Plug("mail.example", 2525, script);
     EXPECT_EQ(ctl.RunTraced({"test-smtp"}), CtlFailed);
     EXPECT_THAT(ctl.Trace(), HasSubstr("tcp1 in \"5\""));
