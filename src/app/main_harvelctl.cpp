@@ -53,14 +53,16 @@ int main(int argc, char** argv)
     ConsoleDialogs dialogs(console, command.yes, command.password, command.file);
     QtDataFiles files;
     QtDesktop desktop;
-    Tracing tracing(command.trace.empty() ? TraceOfEnvironment() : command.trace, "harvelctl " HARVELOP_VERSION,
+    const bool reaches = ReachesLoggers(command.verb);
+    const std::string trace = command.trace.empty() ? TraceOfEnvironment() : command.trace;
+    Tracing tracing(reaches ? trace : "", "harvelctl " HARVELOP_VERSION,
                     {pump, serial, sockets, dialogs, files, settings, desktop},
                     [&console](const std::string& text) { console.Line(text); });
     Program program(tracing.Inside());
     tracing.Watch(program);
     QtLineInput input(STDIN_FILENO);
     std::optional<QtInterrupt> interrupt;
-    if (ReachesLoggers(command.verb))
+    if (reaches)
         interrupt.emplace([&program, &console] {
             console.Line("Interrupted.");
             InterruptCtl(program);

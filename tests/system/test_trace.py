@@ -95,6 +95,12 @@ class TraceTest(unittest.TestCase):
                 told = f"The trace {path} cannot be written: {reason}. The program goes on without it.\n"
                 self.assertEqual(error, told + expected[2])
 
+    def test_a_command_that_reaches_no_logger_leaves_no_trace(self):
+        with Scene() as scene:
+            scene.environment["HARVELOP_TRACE"] = scene.path("trace")
+            self.assertEqual(scene.run("list")[0], 0)
+            self.assertFalse(os.path.exists(scene.path("trace")))
+
     def test_a_window_goes_on_when_nobody_reads_its_complaints_about_the_trace(self):
         with Scene() as scene:
             reader, writer = os.pipe()
