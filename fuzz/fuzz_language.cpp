@@ -19,7 +19,7 @@ struct NoDialogs : Dialogs {
     }
     std::string AskPassword(const std::string&, const std::string&) override { return {}; }
     std::string BrowseFolder(const std::string&, const std::string&) override { return {}; }
-    std::string OpenFile(const std::string&, const std::string&) override { return {}; }
+    std::string OpenFile(const std::string&, const std::string&, const std::string&) override { return {}; }
 };
 
 } // namespace

@@ -65,7 +65,7 @@ public:
     }
     std::string AskPassword(const std::string&, const std::string&) override { return "key"; }
     std::string BrowseFolder(const std::string&, const std::string&) override { return {}; }
-    std::string OpenFile(const std::string&, const std::string&) override { return file; }
+    std::string OpenFile(const std::string&, const std::string&, const std::string&) override { return file; }
 
     std::string file; // what the user chooses
 };

@@ -81,7 +81,7 @@ public:
     std::string AskPassword(const std::string& text, const std::string& title) override;
     // No command lets anybody choose: a file is named on the command line, a folder nowhere.
     std::string BrowseFolder(const std::string&, const std::string&) override { return {}; }
-    std::string OpenFile(const std::string&, const std::string&) override { return m_file; }
+    std::string OpenFile(const std::string&, const std::string&, const std::string&) override { return m_file; }
 
 private:
     Console& m_console;

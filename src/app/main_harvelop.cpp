@@ -1,6 +1,7 @@
 // `harvelop`: the control panel.
 #include "app/desktop_program.h"
 #include "app/tracing.h"
+#include "panels/frmSupport.h"
 #include "platform/qt/qt_data_files.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_pump.h"
@@ -11,7 +12,6 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QPalette>
 
 #include <csignal>
 #include <iostream>
@@ -57,17 +57,6 @@ std::string commandLineOf(int argc, char** argv)
     return line;
 }
 
-// Some dark themes leave the colour of placeholders black.
-void makePlaceholdersLegible()
-{
-    constexpr float Dimmed = 0.7F;
-    QColor color = QApplication::palette().color(QPalette::Active, QPalette::Text);
-    color.setAlphaF(Dimmed);
-    QPalette palette;
-    palette.setColor(QPalette::PlaceholderText, color);
-    QApplication::setPalette(palette);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -82,7 +71,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(HARVELOP_VERSION);
     QApplication::setDesktopFileName("org.harvelop.Harvelop");
     QApplication::setWindowIcon(QIcon(":/harvelop.svg"));
-    makePlaceholdersLegible();
+    MakePlaceholdersLegible();
     // The hidden main object keeps the program going, whatever windows are open.
     QApplication::setQuitOnLastWindowClosed(false);
 

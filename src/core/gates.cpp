@@ -25,27 +25,27 @@ BoxAnswer GatedDialogs::Show(const Box& box)
     return BoxAnswer::Cancel;
 }
 
-std::string GatedDialogs::ask(Question question, const std::string& first, const std::string& second)
+std::string GatedDialogs::ask(const std::function<std::string()>& question)
 {
     if (m_end.Ended())
         return {};
-    std::string answer = (m_dialogs.*question)(first, second);
+    std::string answer = question();
     return m_end.Ended() ? std::string() : answer;
 }
 
 std::string GatedDialogs::AskPassword(const std::string& text, const std::string& title)
 {
-    return ask(&Dialogs::AskPassword, text, title);
+    return ask([&] { return m_dialogs.AskPassword(text, title); });
 }
 
 std::string GatedDialogs::BrowseFolder(const std::string& title, const std::string& startIn)
 {
-    return ask(&Dialogs::BrowseFolder, title, startIn);
+    return ask([&] { return m_dialogs.BrowseFolder(title, startIn); });
 }
 
-std::string GatedDialogs::OpenFile(const std::string& title, const std::string& startIn)
+std::string GatedDialogs::OpenFile(const std::string& title, const std::string& startIn, const std::string& extension)
 {
-    return ask(&Dialogs::OpenFile, title, startIn);
+    return ask([&] { return m_dialogs.OpenFile(title, startIn, extension); });
 }
 
 bool GatedDataFiles::Replace(const std::string& path, const std::string& text)

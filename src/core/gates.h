@@ -19,13 +19,12 @@ public:
     BoxAnswer Show(const Box& box) override;
     std::string AskPassword(const std::string& text, const std::string& title) override;
     std::string BrowseFolder(const std::string& title, const std::string& startIn) override;
-    std::string OpenFile(const std::string& title, const std::string& startIn) override;
+    std::string OpenFile(const std::string& title, const std::string& startIn, const std::string& extension) override;
 
     std::function<void(const Box&, BoxAnswer)> OnAnswered; // if set: hears of each box that was shown
 
 private:
-    using Question = std::string (Dialogs::*)(const std::string&, const std::string&);
-    std::string ask(Question question, const std::string& first, const std::string& second);
+    std::string ask(const std::function<std::string()>& question);
 
     Dialogs& m_dialogs;
     const ProgramEnd& m_end;

@@ -265,12 +265,8 @@ void LoggerViewing::DeleteLogger(int index)
 
 bool LoggerViewing::mayDelete()
 {
-    m_use.progress.ClearTopmost();
-    m_use.progress.HideMessageForm();
-    const BoxAnswer answer =
-        m_use.dialogs.Show({m_use.language.Text(737) + " ?     ", BoxTitle, BoxIcon::Exclamation, BoxButtons::YesNo});
-    m_use.progress.SetTopmost();
-    return answer == BoxAnswer::Yes;
+    const Box box{m_use.language.Text(737) + " ?     ", BoxTitle, BoxIcon::Exclamation, BoxButtons::YesNo};
+    return ShowInFront(m_use, box) == BoxAnswer::Yes;
 }
 
 } // namespace harvelop

@@ -107,20 +107,15 @@ void UnloadLogger(PanelServices services, int number)
 void UnloadAllLoggers(const UnloadServices& services)
 {
     const LanguageTables& language = services.use.language;
-    const auto show = [&services](const Box& box) {
-        services.use.progress.HideMessageForm();
-        services.use.progress.ClearTopmost();
-        services.use.dialogs.Show(box);
-        services.use.progress.SetTopmost();
-    };
     if (!services.tables.HaveFoundLoggers) {
-        show({language.Text(555), " " + language.Text(503), BoxIcon::Information});
+        ShowInFront(services.use, {language.Text(555), " " + language.Text(503), BoxIcon::Information});
         return;
     }
     services.store.SaveOptions();
     const std::string& directory = services.directory;
     if (!services.desktop.StartProgram(directory + "harvel.exe", {}, directory))
-        show({language.Text(531) + " " + directory + "harvel.exe " + language.Text(532), "", BoxIcon::Critical});
+        ShowInFront(services.use,
+                    {language.Text(531) + " " + directory + "harvel.exe " + language.Text(532), "", BoxIcon::Critical});
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the panel that it came from may go meanwhile

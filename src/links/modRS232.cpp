@@ -149,8 +149,8 @@ void modRS232::tellBusy(int port)
     m_use.progress.ShowProgressText(busy(374, 375));
     m_use.waiting.WaitMs(1000);
     if (!m_state.AbortWait) // who has cancelled meanwhile is told nothing
-        showBox({busy(700, 701) + ".     ", BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
-                 holder.empty() ? "" : "In use by " + holder + "."});
+        ShowInFront(m_use, {busy(700, 701) + ".     ", BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
+                            holder.empty() ? "" : "In use by " + holder + "."});
     m_link.PortOpenFailed.Set(port, true);
     if (!m_state.LaunchCommand.empty()) {
         m_end.EndProgram();
@@ -167,19 +167,11 @@ void modRS232::tellNoPermission(int port)
         return;
     m_link.NoPermissionTold = true;
     const std::string device = MSComm1.DeviceName(port);
-    showBox({"You have no permission to open Com " + std::to_string(port) +
-                 (device.empty() ? "" : " (" + device + ")") + ".     ",
-             BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
-             "Add your user to the group \"dialout\", then log out and in again."});
+    ShowInFront(m_use, {"You have no permission to open Com " + std::to_string(port) +
+                            (device.empty() ? "" : " (" + device + ")") + ".     ",
+                        BoxTitle, BoxIcon::Critical, BoxButtons::Ok,
+                        "Add your user to the group \"dialout\", then log out and in again."});
     m_use.progress.ShowMessageForm();
-}
-
-void modRS232::showBox(const Box& box)
-{
-    m_use.progress.HideMessageForm();
-    m_use.progress.ClearTopmost();
-    m_use.dialogs.Show(box);
-    m_use.progress.SetTopmost();
 }
 
 void modRS232::CloseLink()
@@ -230,7 +222,7 @@ void modRS232::WriteToPort(std::string_view bytes)
 void modRS232::ComPortEngineError(int number, int port)
 {
     if (const auto box = ComPortErrorBox(number, port)) {
-        showBox(*box);
+        ShowInFront(m_use, *box);
         m_use.progress.ShowMessageForm();
     }
 }

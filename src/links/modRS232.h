@@ -72,7 +72,6 @@ private:
     void DrainComPort();
     void tellBusy(int port);
     void tellNoPermission(int port);
-    void showBox(const Box& box);
 
     Essentials m_use;
     LinkState& m_link;

@@ -342,10 +342,7 @@ void Modem::tellCaption(const std::string& text)
 
 void Modem::tellBox(const std::string& text, BoxIcon icon, const std::string& title)
 {
-    m_use.progress.HideMessageForm();
-    m_use.progress.ClearTopmost();
-    m_use.dialogs.Show({text, title, icon});
-    m_use.progress.SetTopmost();
+    ShowInFront(m_use, {text, title, icon});
 }
 
 // Where the English words differ from those that the number stands for elsewhere.

@@ -53,7 +53,7 @@ void ProgramLoading::ChooseProgramFile()
                                                     : ChooserKind::Memory;
     m_use.use.progress.HideMessageForm();
     loading.ProgramFileName =
-        m_use.use.dialogs.OpenFile(ChooserTitle(kind, m_use.link.LinkDescription), m_use.state.AppPath);
+        m_use.use.dialogs.OpenFile(ChooserTitle(kind, m_use.link.LinkDescription), m_use.state.AppPath, "cmd");
 }
 
 LoadQuestion ProgramLoading::question() const

@@ -125,11 +125,8 @@ bool identify(const AddServices& services, const AddValues& values)
 void tell(const AddServices& services, const AddValues& values)
 {
     const int number = services.state.CurrentLogger;
-    services.use.progress.HideMessageForm();
-    services.use.progress.ClearTopmost();
-    services.use.dialogs.Show(TestBox(services.use.language, values, services.search.IdentifiedModel.Get(number),
+    ShowInFront(services.use, TestBox(services.use.language, values, services.search.IdentifiedModel.Get(number),
                                       services.search.IdentifiedSeries.Get(number)));
-    services.use.progress.SetTopmost();
 }
 
 // While a logger is being added, `CurrentLogger` may still be another one: what is found out, or asked for, is not its.

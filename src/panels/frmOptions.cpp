@@ -145,7 +145,8 @@ void frmOptions::showStored(QLineEdit& field, std::string_view stored)
 
 void frmOptions::askFirstUse()
 {
-    const auto answer = showBox({m_use.use.language.Text(550), boxTitle(), BoxIcon::Question, BoxButtons::YesNo});
+    const Box question{m_use.use.language.Text(550), boxTitle(), BoxIcon::Question, BoxButtons::YesNo};
+    const BoxAnswer answer = ShowInFront(m_use.use, question);
     if (answer == BoxAnswer::Yes) {
         // A port list that has changed since the last search may have nothing chosen.
         if (m_use.state.cbxUnload_Ports.Text().empty())

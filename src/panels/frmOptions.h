@@ -159,7 +159,6 @@ private:
     void unload();
 
     // With nothing before it: the progress window is hidden, and the add dialog stands behind meanwhile.
-    BoxAnswer showBox(const Box& box);
 
     // Texts.
     void tsOptions_Click();

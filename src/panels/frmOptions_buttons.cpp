@@ -36,19 +36,10 @@ void frmOptions::connectButtons()
     onClick(m_ui->cmdApply, &frmOptions::cmdApply_Click);
 }
 
-BoxAnswer frmOptions::showBox(const Box& box)
-{
-    m_use.use.progress.HideMessageForm();
-    m_use.use.progress.ClearTopmost();
-    const BoxAnswer answer = m_use.use.dialogs.Show(box);
-    m_use.use.progress.SetTopmost();
-    return answer;
-}
-
 void frmOptions::cmdUnload_Add_Click()
 {
     if (m_use.state.cbxUnload_TallyCores.Count() >= MaxLoggers) {
-        showBox({m_use.use.language.Text(554), boxTitle(), BoxIcon::Exclamation});
+        ShowInFront(m_use.use, {m_use.use.language.Text(554), boxTitle(), BoxIcon::Exclamation});
         m_use.controls.EnableOptionsControls();
         return;
     }

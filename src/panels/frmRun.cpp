@@ -50,7 +50,7 @@ void frmRun::chooseProgram()
     const QPointer<frmRun> self(this);
     m_ui->cmdEdit->setEnabled(false); // one chooser at a time
     const std::string path =
-        m_use.use.dialogs.OpenFile(" Choose a Program to Run After Unload  ...", m_use.state.AppPath);
+        m_use.use.dialogs.OpenFile(" Choose a Program to Run After Unload  ...", m_use.state.AppPath, "exe");
     if (!self)
         return;
     m_ui->cmdEdit->setEnabled(true);

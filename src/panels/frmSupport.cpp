@@ -194,6 +194,16 @@ void LookReadOnly(QLineEdit& field)
     field.setPalette(palette);
 }
 
+void MakePlaceholdersLegible()
+{
+    constexpr float Dimmed = 0.7F;
+    QColor color = QApplication::palette().color(QPalette::Active, QPalette::Text);
+    color.setAlphaF(Dimmed);
+    QPalette palette;
+    palette.setColor(QPalette::PlaceholderText, color);
+    QApplication::setPalette(palette);
+}
+
 void ShowCaption(QWidget& window, const std::string& caption)
 {
     window.setWindowTitle(ToQString(caption));

@@ -70,6 +70,9 @@ void LookReadOnly(QLineEdit& field);
 // Changes a window's caption, and tells screen readers: the toolkit does not.
 void ShowCaption(QWidget& window, const std::string& caption);
 
+// Gives the placeholders of all windows a colour that can be read: some dark themes leave it black.
+void MakePlaceholdersLegible();
+
 // What a screen reader says a list is for: the toolkit tells it the chosen line as the list's name, and what the list
 // is for only by a label. Each list of the form that has an accessible name gets an invisible label of that text.
 void LabelLists(QWidget& form);

@@ -58,11 +58,6 @@ frmUnloadLists::frmUnloadLists(const PanelServices& services, QWidget* owner)
     m_ui->setupUi(this);
     LabelLists(*this);
     m_ui->txtList->setMinimumWidth(m_ui->txtList->fontMetrics().averageCharWidth() * AddressCharacters);
-    QPalette palette; // some dark themes leave the colour of placeholders black
-    QColor dimmed = m_ui->txtList->palette().color(QPalette::Active, QPalette::Text);
-    dimmed.setAlphaF(0.7);
-    palette.setColor(QPalette::PlaceholderText, dimmed);
-    m_ui->txtList->setPalette(palette);
     load();
     resize(sizeHint().expandedTo(QSize(widthForTitle(*this), 0)));
     connect(m_ui->cbxSchedules, &QComboBox::currentIndexChanged, this, &frmUnloadLists::cbxSchedules_Click);
@@ -153,10 +148,7 @@ void frmUnloadLists::cmdDeleteAllEmails_Click()
 {
     const QPointer<frmUnloadLists> self(this);
     const Essentials use = m_use.use;
-    use.progress.HideMessageForm();
-    use.progress.ClearTopmost();
-    const BoxAnswer answer = use.dialogs.Show(DeleteAllQuestion(use.language));
-    use.progress.SetTopmost();
+    const BoxAnswer answer = ShowInFront(use, DeleteAllQuestion(use.language));
     if (answer != BoxAnswer::Yes || !self || !isVisible()) // it can be closed while the question stands
         return;
     m_use.lists.Tables().Clear(); // only this logger's lists are in memory

@@ -33,9 +33,10 @@ public:
     // the root; empty if the user cancels.
     virtual std::string BrowseFolder(const std::string& title, const std::string& startIn) = 0;
 
-    // Lets the user choose an existing file of any kind, beginning in `startIn`; the extension "cmd" need not be typed.
-    // Its path; empty if the user cancels.
-    virtual std::string OpenFile(const std::string& title, const std::string& startIn) = 0;
+    // Lets the user choose an existing file of any kind, beginning in `startIn`; `extension`, such as "cmd", need not
+    // be typed. Its path; empty if the user cancels.
+    virtual std::string OpenFile(const std::string& title, const std::string& startIn,
+                                 const std::string& extension) = 0;
 };
 
 } // namespace harvelop

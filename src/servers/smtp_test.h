@@ -1,5 +1,5 @@
-// The login test of the mail server: the beginning of a mail session. No mail is sent, and the session ends by closing
-// the socket.
+// The login test of the mail server: the beginning of a mail dialogue. No mail is sent, and the dialogue ends by
+// closing the socket.
 #pragma once
 
 #include "servers/login_session.h"

@@ -16,4 +16,14 @@ struct Essentials {
     LanguageTables& language;
 };
 
+// Shows a box in place of the progress window, with an open `frmAddTallyCore` behind it.
+inline BoxAnswer ShowInFront(const Essentials& use, const Box& box)
+{
+    use.progress.HideMessageForm();
+    use.progress.ClearTopmost();
+    const BoxAnswer answer = use.dialogs.Show(box);
+    use.progress.SetTopmost();
+    return answer;
+}
+
 } // namespace harvelop

@@ -68,13 +68,11 @@ void frmTerminal::Load()
     m_ui->splPanes->hide();
     showCaptions();
     takePlace();
-    if (isPlaced())
-        ShowPlaced(*this);
-    else
-        show();
+    ShowPlaced(*this);
     m_use.waiting.WaitMs(100);
     if (m_stage != Stage::Loading || m_use.end.Ended())
         return;
+    keepTitleInReach();
     m_ui->splPanes->show();
     setSendHeight(TwipsToPixels(m_use.options.TransmitHeight1, *this));
     m_stage = Stage::Up;
@@ -110,14 +108,15 @@ void frmTerminal::takePlace()
     setWindowState(Qt::WindowNoState);
     setProperty("tag", QString());
     resize(stored.boundedTo(screen()->availableSize()).expandedTo(minimumSizeHint()));
-    if (isPlaced())
-        MoveToTwips(*this, options.TerminalLeft, options.TerminalTop);
+    MoveToTwips(*this, options.TerminalLeft, options.TerminalTop);
 }
 
-// Otherwise no place was ever stored, and the desktop finds one.
-bool frmTerminal::isPlaced() const
+// The place is that of the contents, 0 if none was ever stored; how thick the frame around them is shows only now.
+void frmTerminal::keepTitleInReach()
 {
-    return m_use.options.TerminalLeft != 0 || m_use.options.TerminalTop != 0;
+    const int top = screen()->availableGeometry().top();
+    if (frameGeometry().top() < top)
+        move(frameGeometry().left(), top);
 }
 
 void frmTerminal::keepPlace()
@@ -145,6 +144,8 @@ void frmTerminal::moveBorderByKeys()
     for (const auto& [key, lines] : {std::pair{Qt::Key_Up, 1}, std::pair{Qt::Key_Down, -1}}) {
         auto* pressed = new QShortcut(QKeySequence(Qt::ALT | key), this);
         connect(pressed, &QShortcut::activated, this, [this, lines = lines] {
+            if (m_stage != Stage::Up)
+                return;
             setSendHeight(m_transmit->height() + lines * m_transmit->fontMetrics().lineSpacing());
             m_borderMoved = true;
         });

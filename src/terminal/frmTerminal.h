@@ -68,8 +68,8 @@ private:
     enum class Stage { Closed, Loading, Up, Closing };
 
     void showCaptions();
-    bool isPlaced() const;
     void takePlace();
+    void keepTitleInReach();
     void keepPlace();
     void setSendHeight(int pixels);
     void moveBorderByKeys();

@@ -24,9 +24,9 @@ public:
     {
         return m_dialogs.BrowseFolder(title, startIn);
     }
-    std::string OpenFile(const std::string& title, const std::string& startIn) override
+    std::string OpenFile(const std::string& title, const std::string& startIn, const std::string& extension) override
     {
-        return m_dialogs.OpenFile(title, startIn);
+        return m_dialogs.OpenFile(title, startIn, extension);
     }
 
 private:

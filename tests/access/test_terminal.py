@@ -39,6 +39,10 @@ class Terminal(AccessCase):
             return pane.getText(0, pane.characterCount)
         self.reader.until(lambda: f"the answer is not in the pane: {text()!r}", lambda: "tallyCore 400" in text())
 
+    def test_its_title_bar_is_in_reach_where_no_place_was_ever_stored(self):
+        self.open_terminal()
+        self.reader.until("the title bar is beyond the screen", lambda: self.reader.window(TERMINAL).place[1] > 0)
+
     def test_the_border_moves_by_keys(self):
         window = self.open_terminal()
         height = self.height(window)

@@ -70,8 +70,8 @@ TEST(CtlConsole, TheFileOfTheCommandLineIsTheOneChosen)
 {
     std::ostringstream err;
     Console console(err, false, false);
-    EXPECT_EQ(ConsoleDialogs(console, false, std::nullopt, "/a/b").OpenFile("Choose", "/"), "/a/b");
-    EXPECT_EQ(ConsoleDialogs(console, false, std::nullopt).OpenFile("Choose", "/"), "");
+    EXPECT_EQ(ConsoleDialogs(console, false, std::nullopt, "/a/b").OpenFile("Choose", "/", "cmd"), "/a/b");
+    EXPECT_EQ(ConsoleDialogs(console, false, std::nullopt).OpenFile("Choose", "/", "cmd"), "");
     EXPECT_EQ(err.str(), "");
 }
 

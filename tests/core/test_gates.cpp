@@ -86,10 +86,11 @@ TEST(GatedDialogs, PassesChoosersOn)
     dialogs.ExpectChooser("/data");
     dialogs.ExpectChooser("/data/report");
     EXPECT_EQ(gate.BrowseFolder("Folder", "/home"), "/data");
-    EXPECT_EQ(gate.OpenFile("File", "/data"), "/data/report");
+    EXPECT_EQ(gate.OpenFile("File", "/data", "exe"), "/data/report");
     ASSERT_EQ(dialogs.choosers.size(), 2u);
     EXPECT_EQ(dialogs.choosers[0].title, "Folder");
     EXPECT_EQ(dialogs.choosers[1].startIn, "/data");
+    EXPECT_EQ(dialogs.choosers[1].extension, "exe");
 }
 
 TEST(GatedDialogs, AChoiceMadeAfterTheEndIsNone)
@@ -100,7 +101,7 @@ TEST(GatedDialogs, AChoiceMadeAfterTheEndIsNone)
     dialogs.whileShown = [&] { end.EndProgram(); };
     dialogs.ExpectChooser("/data");
     EXPECT_EQ(gate.BrowseFolder("Folder", "/home"), "");
-    EXPECT_EQ(gate.OpenFile("File", "/data"), "");
+    EXPECT_EQ(gate.OpenFile("File", "/data", "exe"), "");
     EXPECT_EQ(dialogs.choosers.size(), 1u);
 }
 

@@ -2,6 +2,7 @@
 #include "app/send_text.h"
 #include "links/connect_bench.h"
 #include "simulator/simulated_modem.h"
+#include "support/wait_walk.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -70,6 +71,14 @@ struct Bench : ConnectTest {
             return !socket || socket->State() == SocketControl::Condition::Closed;
         });
     }
+
+    struct Moment {
+        double ms = 0;
+        size_t sent = 0;
+        size_t boxes = 0;
+        size_t writes = 0;
+    };
+    Moment Now() const { return {pump.NowMs(), Sent().size(), dialogs.shown.size(), files.writes.size()}; }
 
     FakeAddDialog dialog;
     size_t boxes = 0;
@@ -178,47 +187,16 @@ void PrintTo(const Run& run, std::ostream* out)
 class EveryWait : public testing::TestWithParam<Run>
 {
 protected:
-    struct Moment {
-        bool happened = false;
-        double ms = 0;
-        size_t sent = 0;
-        size_t boxes = 0;
-        size_t writes = 0;
-    };
-    using Check = std::function<void(Bench&, const Moment&)>;
+    using Moment = Bench::Moment;
 
-    // A fresh run for each wait, with `event` in its middle.
-    static void Walk(const std::function<void(Bench&)>& event, const Check& check)
+    static void Walk(const WaitWalk<Bench>::Step& event, const WaitWalk<Bench>::Check& check)
     {
-        for (int wait = 1;; ++wait) {
-            SCOPED_TRACE("wait " + std::to_string(wait));
-            Moment moment;
-            Bench bench;
-            GetParam().prepare(bench);
-            const auto interrupt = [&] {
-                event(bench);
-                moment = {true, bench.pump.NowMs(), bench.Sent().size(), bench.dialogs.shown.size(),
-                          bench.files.writes.size()};
-            };
-            int waits = 0;
-            bench.pump.whenWaiting = [&](double ms) {
-                if (++waits == wait)
-                    bench.pump.After(ms / 2, interrupt);
-            };
-            GetParam().go(bench);
-            if (waits < wait) {
-                EXPECT_GT(wait, 1);
-                return;
-            }
-            bench.heart.waiting.ServeEvents();
-            if (moment.happened)
-                check(bench, moment);
-            EXPECT_EQ(bench.heart.link.DefaultTimeout, 5000);
-            EXPECT_EQ(bench.heart.link.LinkMode, "None");
-            EXPECT_TRUE(bench.Released());
-            if (HasFailure())
-                return; // the other waits would tell the same
-        }
+        WaitWalk<Bench>{GetParam().prepare, GetParam().go, event}.Walk([&](Bench& t, const Moment& then) {
+            check(t, then);
+            EXPECT_EQ(t.heart.link.DefaultTimeout, 5000);
+            EXPECT_EQ(t.heart.link.LinkMode, "None");
+            EXPECT_TRUE(t.Released());
+        });
     }
     static std::vector<std::string> SentSince(const Bench& bench, const Moment& moment)
     {
@@ -234,7 +212,6 @@ TEST_P(EveryWait, EndedByTheProgramsEndAtOnce)
     Walk([](Bench& t) { t.heart.end.EndProgram(); },
          [](Bench& t, const Moment& then) {
              EXPECT_EQ(t.pump.NowMs(), then.ms);
-             t.pump.ServePending();
              EXPECT_THAT(SentSince(t, then), IsEmpty());
              EXPECT_EQ(t.dialogs.shown.size(), then.boxes);
              EXPECT_EQ(t.files.writes.size(), then.writes);

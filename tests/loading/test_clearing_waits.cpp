@@ -66,7 +66,7 @@ void prepare(LoadingTest& t, const Work& work)
 class ClearingWaits : public testing::TestWithParam<Work>
 {
 protected:
-    static WaitWalk WalkOf(const WaitWalk::Step& event)
+    static LoadingWalk WalkOf(const LoadingWalk::Step& event)
     {
         const auto go = [](LoadingTest& t) {
             const bool programs = GetParam().action == &LoggerActions::ClearPrograms;
@@ -96,7 +96,7 @@ protected:
 
 TEST_P(ClearingWaits, EndedByTheProgramsEndAtOnce)
 {
-    WalkOf([](LoadingTest& t) { t.heart.end.EndProgram(); }).Walk([](LoadingTest& t, const WaitWalk::Moment& then) {
+    WalkOf([](LoadingTest& t) { t.heart.end.EndProgram(); }).Walk([](LoadingTest& t, const LoadingWalk::Moment& then) {
         EXPECT_EQ(t.pump.NowMs(), then.ms);
         EXPECT_EQ(t.far->lines.size(), then.lines);
         EXPECT_EQ(t.Boxes().size(), then.boxes);
@@ -107,7 +107,7 @@ TEST_P(ClearingWaits, EndedByTheProgramsEndAtOnce)
 
 TEST_P(ClearingWaits, UnpluggedNothingMoreIsSentAndTheControlsComeBack)
 {
-    WalkOf([](LoadingTest& t) { t.Unplug(); }).Walk([](LoadingTest& t, const WaitWalk::Moment& then) {
+    WalkOf([](LoadingTest& t) { t.Unplug(); }).Walk([](LoadingTest& t, const LoadingWalk::Moment& then) {
         EXPECT_EQ(t.far->lines.size(), then.lines);
         EXPECT_LE(t.pump.NowMs(), then.ms + LongestMs);
         ExpectUsable(t);
@@ -116,7 +116,7 @@ TEST_P(ClearingWaits, UnpluggedNothingMoreIsSentAndTheControlsComeBack)
 
 TEST_P(ClearingWaits, ASilentLoggerIsGivenUp)
 {
-    WalkOf([](LoadingTest& t) { t.far->silent = true; }).Walk([](LoadingTest& t, const WaitWalk::Moment& then) {
+    WalkOf([](LoadingTest& t) { t.far->silent = true; }).Walk([](LoadingTest& t, const LoadingWalk::Moment& then) {
         EXPECT_LE(t.pump.NowMs(), then.ms + LongestMs);
         ExpectUsable(t);
     });
@@ -126,7 +126,7 @@ TEST_P(ClearingWaits, AnAbortEndsEveryWaitForAnAnswer)
 {
     WalkOf([](LoadingTest& t) {
         t.heart.state.AbortWait = true;
-    }).Walk([](LoadingTest& t, const WaitWalk::Moment& then) {
+    }).Walk([](LoadingTest& t, const LoadingWalk::Moment& then) {
         EXPECT_LE(t.pump.NowMs(), then.ms + LongestMs);
         ExpectUsable(t);
     });

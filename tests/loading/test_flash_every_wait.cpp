@@ -85,7 +85,7 @@ bool hasReported(const LoadingTest& t)
 class FlashEveryWait : public testing::TestWithParam<Run>
 {
 protected:
-    static WaitWalk WalkOf(const WaitWalk::Step& event)
+    static LoadingWalk WalkOf(const LoadingWalk::Step& event)
     {
         return {[](LoadingTest& t) { prepare(t, GetParam()); }, go, event};
     }
@@ -96,23 +96,19 @@ protected:
         EXPECT_FALSE(t.heart.loading.FlashLoadMode);
     }
     // `event` in each box; gives how many there were.
-    static size_t WalkBoxes(const WaitWalk::Step& event, const WaitWalk::Check& check)
+    static size_t WalkBoxes(const LoadingWalk::Step& event, const LoadingWalk::Check& check)
     {
         for (size_t box = 1;; ++box) {
             SCOPED_TRACE("box " + std::to_string(box));
-            LoadingTest t;
-            t.answer = [](const Box& asked) {
-                return asked.buttons == BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
-            };
+            AgreedLoading t;
             prepare(t, GetParam());
-            WaitWalk::Moment moment;
+            LoadingWalk::Moment moment;
             t.whenBoxShows = [&](const Box&) {
                 if (t.Boxes().size() != box)
                     return;
                 event(t);
                 t.heart.waiting.ServeEvents(); // as a box does while it stands open
-                moment = {t.pump.NowMs(), t.far->lines.size(), t.Boxes().size(), t.files.writes.size(),
-                          t.messages.captions.size()};
+                moment = t.Now();
             };
             go(t);
             if (t.Boxes().size() < box)
@@ -138,7 +134,7 @@ TEST_P(FlashEveryWait, EndedByTheProgramsEndAtOnce)
         files = t.files.files;
         started = t.desktop.started.size();
     };
-    const auto check = [&](LoadingTest& t, const WaitWalk::Moment& then) {
+    const auto check = [&](LoadingTest& t, const LoadingWalk::Moment& then) {
         EXPECT_EQ(t.pump.NowMs(), then.ms);
         EXPECT_EQ(t.far->lines.size(), then.lines);
         EXPECT_EQ(t.Boxes().size(), then.boxes);
@@ -160,7 +156,7 @@ TEST_P(FlashEveryWait, OutlivesAnUnpluggedLogger)
         const std::string last = lines.empty() ? "" : lines.back().text;
         reported = last == "J" || last == "FLASHONRESET" || last == "SINGLEPUSH"; // its answer has been there
     };
-    const auto check = [&](LoadingTest& t, const WaitWalk::Moment& then) {
+    const auto check = [&](LoadingTest& t, const LoadingWalk::Moment& then) {
         EXPECT_LE(t.pump.NowMs(), then.ms + LongestRestMs);
         EXPECT_EQ(t.far->lines.size(), then.lines);
         EXPECT_TRUE(reported || !hasReported(t));
@@ -172,13 +168,10 @@ TEST_P(FlashEveryWait, OutlivesAnUnpluggedLogger)
 
 TEST_P(FlashEveryWait, OutlivesALoggerThatFallsSilent)
 {
-    LoadingTest undisturbed;
-    undisturbed.answer = [](const Box& box) {
-        return box.buttons == BoxButtons::YesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
-    };
+    AgreedLoading undisturbed;
     prepare(undisturbed, GetParam());
     go(undisturbed);
-    const auto check = [&](LoadingTest& t, const WaitWalk::Moment& then) {
+    const auto check = [&](LoadingTest& t, const LoadingWalk::Moment& then) {
         EXPECT_LE(t.pump.NowMs(), then.ms + LongestRestMs);
         EXPECT_EQ(t.Lines(), undisturbed.Lines()); // what goes out does not hang on any answer
         EXPECT_EQ(t.files.files, undisturbed.files.files);
@@ -192,7 +185,7 @@ TEST_P(FlashEveryWait, OutlivesALoggerThatFallsSilent)
 TEST_P(FlashEveryWait, OutlivesACancel)
 {
     const auto cancel = [](LoadingTest& t) { t.heart.state.AbortWait = t.heart.state.StopLinkWork = true; };
-    const auto check = [](LoadingTest& t, const WaitWalk::Moment& then) {
+    const auto check = [](LoadingTest& t, const LoadingWalk::Moment& then) {
         EXPECT_LE(t.pump.NowMs(), then.ms + LongestRestMs);
         ExpectReleased(t);
     };

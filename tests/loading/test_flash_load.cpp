@@ -83,6 +83,7 @@ TEST_F(FlashLoad, ChooserNamesFlashAndTheLogger)
     ASSERT_EQ(dialogs.choosers.size(), 1U);
     EXPECT_EQ(dialogs.choosers[0].title, " Choose a Program to Send to Flash in the KR200 Series 3 on Com 3 ...");
     EXPECT_EQ(dialogs.choosers[0].startIn, FlashApp);
+    EXPECT_EQ(dialogs.choosers[0].extension, "cmd");
     EXPECT_FALSE(heart.loading.FlashLoadMode);
 }
 

@@ -15,8 +15,8 @@ using testing::StartsWith;
 
 struct Work {
     const char* name;
-    WaitWalk::Step prepare;
-    WaitWalk::Step go;
+    LoadingWalk::Step prepare;
+    LoadingWalk::Step go;
 };
 
 void PrintTo(const Work& work, std::ostream* out)
@@ -80,19 +80,20 @@ const Work Works[] = {
 class LoadingWaits : public testing::TestWithParam<Work>
 {
 protected:
-    static void Walk(const WaitWalk::Step& event, const WaitWalk::Check& check)
+    static void Walk(const LoadingWalk::Step& event, const LoadingWalk::Check& check)
     {
-        WaitWalk{GetParam().prepare, GetParam().go, event}.Walk([&](LoadingTest& t, const WaitWalk::Moment& then) {
-            check(t, then);
-            EXPECT_FALSE(t.heart.loggerControls.Working());
-            EXPECT_FALSE(t.messages.Visible());
-            EXPECT_FALSE(t.serial.PortOpen());
-            EXPECT_EQ(t.heart.link.LinkMode, "None");
-            EXPECT_EQ(t.heart.link.DefaultTimeout, 5000);
-            EXPECT_TRUE(t.files.writes.empty());
-            for (const auto* socket : t.sockets.made)
-                EXPECT_TRUE(!socket || socket->State() == SocketControl::Condition::Closed);
-        });
+        LoadingWalk{GetParam().prepare, GetParam().go, event}.Walk(
+            [&](AgreedLoading& t, const LoadingWalk::Moment& then) {
+                check(t, then);
+                EXPECT_FALSE(t.heart.loggerControls.Working());
+                EXPECT_FALSE(t.messages.Visible());
+                EXPECT_FALSE(t.serial.PortOpen());
+                EXPECT_EQ(t.heart.link.LinkMode, "None");
+                EXPECT_EQ(t.heart.link.DefaultTimeout, 5000);
+                EXPECT_TRUE(t.files.writes.empty());
+                for (const auto* socket : t.sockets.made)
+                    EXPECT_TRUE(!socket || socket->State() == SocketControl::Condition::Closed);
+            });
     }
     // The last box tells how such work ends.
     static void ExpectReport(const LoadingTest& t)
@@ -109,8 +110,7 @@ protected:
 TEST_P(LoadingWaits, EndedByTheProgramsEndAtOnce)
 {
     Walk([](LoadingTest& t) { t.heart.end.EndProgram(); },
-         [](LoadingTest& t, const WaitWalk::Moment& then) {
-             t.pump.ServePending();
+         [](LoadingTest& t, const LoadingWalk::Moment& then) {
              EXPECT_EQ(t.pump.NowMs(), then.ms);
              EXPECT_EQ(t.far->lines.size(), then.lines);
              EXPECT_EQ(t.Boxes().size(), then.boxes);
@@ -121,7 +121,7 @@ TEST_P(LoadingWaits, EndedByTheProgramsEndAtOnce)
 TEST_P(LoadingWaits, OutlivesALoggerThatGoesSilent)
 {
     Walk([](LoadingTest& t) { t.far->silent = true; },
-         [](LoadingTest& t, const WaitWalk::Moment& then) {
+         [](LoadingTest& t, const LoadingWalk::Moment& then) {
              EXPECT_LE(t.pump.NowMs(), then.ms + 45000);
              ExpectReport(t);
          });
@@ -130,7 +130,7 @@ TEST_P(LoadingWaits, OutlivesALoggerThatGoesSilent)
 TEST_P(LoadingWaits, OutlivesALoggerThatIsUnplugged)
 {
     Walk([](LoadingTest& t) { t.Unplug(); },
-         [](LoadingTest& t, const WaitWalk::Moment& then) {
+         [](LoadingTest& t, const LoadingWalk::Moment& then) {
              EXPECT_LE(t.pump.NowMs(), then.ms + 45000);
              EXPECT_EQ(t.far->lines.size(), then.lines);
              ExpectReport(t);
@@ -140,7 +140,7 @@ TEST_P(LoadingWaits, OutlivesALoggerThatIsUnplugged)
 TEST_P(LoadingWaits, OutlivesAnAbort)
 {
     Walk([](LoadingTest& t) { t.heart.state.AbortWait = true; },
-         [](LoadingTest& t, const WaitWalk::Moment& then) {
+         [](LoadingTest& t, const LoadingWalk::Moment& then) {
              EXPECT_LE(t.pump.NowMs(), then.ms + 20000);
              ExpectReport(t);
          });

@@ -130,6 +130,7 @@ TEST(FrmRun, AProgramIsChosenAndThenStored)
     ASSERT_EQ(bench.dialogs.choosers.size(), 1U);
     EXPECT_EQ(bench.dialogs.choosers[0].title, " Choose a Program to Run After Unload  ...");
     EXPECT_EQ(bench.dialogs.choosers[0].startIn, bench.heart.state.AppPath);
+    EXPECT_EQ(bench.dialogs.choosers[0].extension, "exe");
     EXPECT_EQ(bench.Text(), Report);
     EXPECT_EQ(bench.Word(), "Ok");
     EXPECT_TRUE(bench.form->isVisible());

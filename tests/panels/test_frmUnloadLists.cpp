@@ -1,4 +1,5 @@
 #include "lists_fixture.h"
+#include "panels/frmSupport.h"
 
 #include <QLabel>
 #include <QTest>
@@ -282,6 +283,7 @@ TEST_F(FrmUnloadLists, HintIsReadableOnADarkPalette)
     dark.setColor(QPalette::Text, Qt::white);
     dark.setColor(QPalette::PlaceholderText, Qt::black);
     QApplication::setPalette(dark);
+    MakePlaceholdersLegible();
     open("");
     QColor hint = txtList().palette().color(QPalette::PlaceholderText);
     QApplication::setPalette(usual);

@@ -2,12 +2,15 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileSystemModel>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -40,13 +43,23 @@ void withNext(const std::function<void(QFileDialog&)>& work)
     looking->start(1);
 }
 
-// Types a name and presses Enter.
-void choose(QFileDialog& chooser, const QString& name)
+// Types a name into the field that has the keys when the chooser opens.
+void type(QFileDialog& chooser, const QString& name)
 {
     auto* field = chooser.findChild<QLineEdit*>("fileNameEdit");
     ASSERT_TRUE(field);
-    field->setText(name);
-    QTest::keyClick(field, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&chooser));
+    ASSERT_TRUE(field->hasFocus());
+    QInputMethodEvent typed; // any letters, as keyClicks knows the plain ones only
+    typed.setCommitString(name);
+    QApplication::sendEvent(field, &typed);
+}
+
+// Types a name and presses Enter.
+void choose(QFileDialog& chooser, const QString& name)
+{
+    type(chooser, name);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
 }
 
 struct Choosers : testing::Test {
@@ -88,7 +101,7 @@ TEST_F(Choosers, AFileIsGivenByItsPath)
         EXPECT_EQ(chooser.fileMode(), QFileDialog::ExistingFile);
         choose(chooser, "report");
     });
-    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), Path("/report"));
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path(), "cmd"), Path("/report"));
 }
 
 TEST_F(Choosers, TheExtensionOfProgramsNeedNotBeTyped)
@@ -98,9 +111,24 @@ TEST_F(Choosers, TheExtensionOfProgramsNeedNotBeTyped)
         ASSERT_TRUE(program.open(QIODevice::WriteOnly));
     }
     withNext([](QFileDialog& chooser) { choose(chooser, "pump"); });
-    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), Path("/pump.cmd"));
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path(), "cmd"), Path("/pump.cmd"));
     withNext([](QFileDialog& chooser) { choose(chooser, "report"); });
-    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), Path("/report")); // what is there as typed is meant
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path(), "cmd"), Path("/report")); // what is there as typed is meant
+}
+
+TEST_F(Choosers, WithoutItsExtensionAProgramCanBeOpenedByTheButtonToo)
+{
+    QFile program(scratch.path() + "/pump.exe");
+    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+    withNext([](QFileDialog& chooser) {
+        auto* open = chooser.findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open);
+        type(chooser, "pum");
+        EXPECT_FALSE(open->isEnabled());
+        type(chooser, "p");
+        EXPECT_TRUE(open->isEnabled());
+        QTest::mouseClick(open, Qt::LeftButton);
+    });
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path(), "exe"), Path("/pump.exe"));
 }
 
 TEST_F(Choosers, FilesOfEveryKindAreShown)
@@ -115,7 +143,7 @@ TEST_F(Choosers, FilesOfEveryKindAreShown)
         EXPECT_EQ(files->nameFilters(), QStringList("*"));
         chooser.reject();
     });
-    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path()), "");
+    EXPECT_EQ(dialogs.OpenFile(" Choose a Program", Path(), "cmd"), "");
 }
 
 TEST_F(Choosers, ACancelledOrClosedChooserGivesNothing)
@@ -127,7 +155,7 @@ TEST_F(Choosers, ACancelledOrClosedChooserGivesNothing)
         withNext(cancel);
         EXPECT_EQ(dialogs.BrowseFolder("Choose", Path()), "");
         withNext(cancel);
-        EXPECT_EQ(dialogs.OpenFile("Choose", Path()), "");
+        EXPECT_EQ(dialogs.OpenFile("Choose", Path(), "cmd"), "");
     }
 }
 

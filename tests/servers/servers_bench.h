@@ -42,7 +42,7 @@ inline Script Without(Script script, const std::string& line)
     return script;
 }
 
-// Of one session.
+// Of one login.
 class ScriptedServer : public SimulatedDevice
 {
 public:

@@ -1,7 +1,6 @@
 // Every wait of both login tests, interrupted: one after the other, until a run has no such wait.
 #include "servers/servers_bench.h"
-
-#include <functional>
+#include "support/wait_walk.h"
 
 namespace harvelop::test
 {
@@ -39,69 +38,49 @@ const Run Runs[] = {
 };
 
 struct Bench : ServersBench {
-    explicit Bench(const Run& run) : of(run)
+    void Use(const Run& run)
     {
         heart.options.SMTPServerRequiresAuthentication = true;
         heart.options.SMTPAuthenticationType = run.type;
-        of.mail ? PlugMail(run.script) : PlugFTP(run.script);
+        run.mail ? PlugMail(run.script) : PlugFTP(run.script);
         dialogs.whileShown = [this] {
             dialogs.Expect(BoxAnswer::Ok);
             good = good || dialogs.shown.back().icon == BoxIcon::Information;
         };
     }
-    void Go() { of.mail ? heart.smtpTest.TestByUser() : heart.ftpTest.TestByUser(); }
-    bool Checked() const { return of.mail ? heart.options.SMTPChecked : heart.options.FTPChecked; }
+    void Go(const Run& run) { run.mail ? heart.smtpTest.TestByUser() : heart.ftpTest.TestByUser(); }
+    bool Checked(const Run& run) const { return run.mail ? heart.options.SMTPChecked : heart.options.FTPChecked; }
 
-    const Run& of;
+    struct Moment {
+        double ms = 0;
+        size_t sent = 0;
+        size_t boxes = 0;
+    };
+    Moment Now() const { return {pump.NowMs(), Sent().size(), dialogs.shown.size()}; }
+
     bool good = false; // a box has said so
 };
 
 class EveryWaitOfALogin : public testing::TestWithParam<Run>
 {
 protected:
-    struct Moment {
-        bool happened = false;
-        double ms = 0;
-        size_t sent = 0;
-        size_t boxes = 0;
-    };
-    static constexpr double BeforeAnyAnswer = 0.5; // ms
-    using Check = std::function<void(Bench&, const Moment&)>;
+    using Moment = Bench::Moment;
 
-    static void Walk(const std::function<void(Bench&)>& event, const Check& check)
+    static void Walk(const WaitWalk<Bench>::Step& event, const WaitWalk<Bench>::Check& check)
     {
-        for (int wait = 1;; ++wait) {
-            SCOPED_TRACE("wait " + std::to_string(wait));
-            Bench bench(GetParam());
-            Moment moment;
-            int waits = 0;
-            bench.pump.whenWaiting = [&](double ms) {
-                if (++waits == wait)
-                    bench.pump.After(std::min(ms / 2, BeforeAnyAnswer), [&] {
-                        event(bench);
-                        moment = {true, bench.pump.NowMs(), bench.Sent().size(), bench.dialogs.shown.size()};
-                    });
-            };
-            bench.Go();
-            if (waits < wait) {
-                EXPECT_GT(wait, 2);
-                return;
-            }
-            bench.pump.ServePending();
-            ASSERT_TRUE(moment.happened);
-            EXPECT_EQ(bench.Sent().size(), moment.sent);
-            EXPECT_EQ(bench.dialogs.shown.size(), moment.boxes);
-            EXPECT_EQ(bench.Checked(), bench.good);
-            EXPECT_THAT(bench.files.writes, IsEmpty());
-            EXPECT_EQ(bench.heart.link.DefaultTimeout, 5000);
-            EXPECT_EQ(bench.heart.link.LinkMode, "None");
-            EXPECT_FALSE(bench.heart.link.LoginTest);
-            EXPECT_EQ(bench.panel.caption, ServersBench::PanelCaption);
-            EXPECT_TRUE(bench.SocketsClosed());
-            check(bench, moment);
-            if (HasFailure())
-                return; // the other waits would tell the same
-        }
+        const WaitWalk<Bench> walk{[](Bench& t) { t.Use(GetParam()); }, [](Bench& t) { t.Go(GetParam()); }, event};
+        walk.Walk([&](Bench& t, const Moment& then) {
+            EXPECT_EQ(t.Sent().size(), then.sent);
+            EXPECT_EQ(t.dialogs.shown.size(), then.boxes);
+            EXPECT_EQ(t.Checked(GetParam()), t.good);
+            EXPECT_THAT(t.files.writes, IsEmpty());
+            EXPECT_EQ(t.heart.link.DefaultTimeout, 5000);
+            EXPECT_EQ(t.heart.link.LinkMode, "None");
+            EXPECT_FALSE(t.heart.link.LoginTest);
+            EXPECT_EQ(t.panel.caption, ServersBench::PanelCaption);
+            EXPECT_TRUE(t.SocketsClosed());
+            check(t, then);
+        });
     }
     // What is under way goes on to its end: the connection's half second, and at most two closings of a second each.
     static void EndsSoon(Bench& bench, const Moment& moment) { EXPECT_LE(bench.pump.NowMs(), moment.ms + 3500); }

@@ -1,6 +1,7 @@
 // Servers that refuse, stall, drip, flood or close, time-outs that are none, and what must not leak: for both logins.
 #include "app/exit_paths.h"
 #include "servers/servers_bench.h"
+#include "support/wait_walk.h"
 
 namespace harvelop::test
 {
@@ -258,29 +259,23 @@ TEST_P(OddServer, NeverMakesThePasswordShowAnywhere)
 // The menu's Exit in each wait of a good test: a server is no logger.
 TEST_P(OddServer, IsNeverSentTheLineThatLoggersGetAtTheEnd)
 {
-    for (int wait = 1;; ++wait) {
-        SCOPED_TRACE(wait);
-        ServersBench bench;
-        bench.heart.options.SMTPServerRequiresAuthentication = true;
-        bench.sockets.Plug(GetParam().place, GetParam().port, std::make_shared<ScriptedServer>(GetParam().good));
-        bench.dialogs.whileShown = [&] { bench.dialogs.Expect(BoxAnswer::Ok); };
-        int waits = 0;
-        bool exited = false;
-        bench.pump.whenWaiting = [&](double ms) {
-            if (++waits == wait)
-                bench.pump.After(std::min(ms / 2, 0.5), [&] { // before any answer
-                    exited = true;
-                    mpopExit_Click(bench.heart);
-                });
+    struct Bench : ServersBench {
+        struct Moment {
         };
-        GetParam().start(bench.heart);
-        if (waits < wait)
-            break;
-        EXPECT_TRUE(exited);
-        for (const std::string& line : bench.Sent())
+        Moment Now() const { return {}; }
+    };
+    const auto plug = [](Bench& t) {
+        t.heart.options.SMTPServerRequiresAuthentication = true;
+        t.sockets.Plug(GetParam().place, GetParam().port, std::make_shared<ScriptedServer>(GetParam().good));
+        t.dialogs.whileShown = [&t] { t.dialogs.Expect(BoxAnswer::Ok); };
+    };
+    const auto start = [](Bench& t) { GetParam().start(t.heart); };
+    const auto exit = [](Bench& t) { mpopExit_Click(t.heart); };
+    WaitWalk<Bench>{plug, start, exit}.Walk([](Bench& t, const Bench::Moment&) {
+        for (const std::string& line : t.Sent())
             EXPECT_THAT(line, Not(HasSubstr("Q /H/r")));
-        EXPECT_TRUE(bench.SocketsClosed());
-    }
+        EXPECT_TRUE(t.SocketsClosed());
+    });
 }
 
 TEST_P(OddServer, LeavesALoggersLinkItsLineAtTheEnd)

@@ -58,9 +58,9 @@ public:
     {
         return choose({title, startIn});
     }
-    std::string OpenFile(const std::string& title, const std::string& startIn) override
+    std::string OpenFile(const std::string& title, const std::string& startIn, const std::string& extension) override
     {
-        return choose({title, startIn});
+        return choose({title, startIn, extension});
     }
 
     struct Question {
@@ -72,6 +72,7 @@ public:
     struct Chooser {
         std::string title;
         std::string startIn;
+        std::string extension = {}; // that need not be typed; none for a folder
     };
     std::vector<Chooser> choosers;
     std::function<void()> whileShown; // something that happens while a box stands open

@@ -133,7 +133,8 @@ class LoadCase(WaysCase):
         self.screen.until(f"{button} does nothing", acts)
 
     def choose_program(self):
-        self.answer(CHOOSER, "alt+n", "ctrl+a", Typed(self.scene.path("pump it.cmd")), "Return")
+        """Types its path as it is typed on other systems: without the extension."""
+        self.answer(CHOOSER, "alt+n", "ctrl+a", Typed(self.scene.path("pump it")), "Return")
 
     def boxes(self, *boxes):
         """Expects boxes one after the other, of which two may have the same title: title, first paragraph, keys."""

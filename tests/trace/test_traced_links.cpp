@@ -178,7 +178,7 @@ TEST_F(TracedLinksTest, AnAnswerToAQuestionForAPasswordIsASecret)
     TracedDialogs traced(dialogs, trace.Secrets);
     EXPECT_EQ(traced.AskPassword("text", "title"), "GREENHOUSE");
     EXPECT_EQ(traced.BrowseFolder("", ""), "/a");
-    EXPECT_EQ(traced.OpenFile("", ""), "/b");
+    EXPECT_EQ(traced.OpenFile("", "", ""), "/b");
     EXPECT_EQ(traced.Show({"text", "title", BoxIcon::None, BoxButtons::YesNo}), BoxAnswer::Yes);
     EXPECT_EQ(trace.Secrets.LookAt("greenhouse", true, true), TraceSecrets::Match::Whole);
 }

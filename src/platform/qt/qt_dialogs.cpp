@@ -85,31 +85,55 @@ void RiseAbove(QDialog& dialog)
     dialog.setWindowFlag(Qt::WindowStaysOnTopHint, covered);
 }
 
-// Takes a name that is typed without the extension of programs, as long as no such file is there.
+// Takes a name that is typed without the extension, as long as no such file is there. The toolkit's own default
+// extension would also go to names without one that are there.
 class FileChooser : public QFileDialog
 {
 public:
-    using QFileDialog::QFileDialog;
+    FileChooser(QWidget* owner, const QString& extension) : QFileDialog(owner), m_extension(extension)
+    {
+        setOption(DontUseNativeDialog); // the parts named here are the toolkit's
+        m_name = findChild<QLineEdit*>("fileNameEdit");
+        QPushButton* open = findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open);
+        connect(m_name, &QLineEdit::textChanged, open, [this, open] {
+            if (!withExtension().isEmpty())
+                open->setEnabled(true);
+        });
+    }
 
 protected:
     void accept() override
     {
-        const QString typed = selectedFiles().value(0);
-        const QString program = typed + ".cmd";
-        if (fileMode() == ExistingFile && !QFileInfo::exists(typed) && QFileInfo::exists(program))
-            selectFile(program);
+        if (const QString name = withExtension(); !name.isEmpty())
+            m_name->setText(name);
         QFileDialog::accept();
     }
+
+private:
+    // The file that is meant by what was typed, where only its extension is missing; else empty.
+    QString withExtension() const
+    {
+        const QString typed = selectedFiles().value(0);
+        const QString meant = typed + "." + m_extension;
+        const bool missing = !m_extension.isEmpty() && !QFileInfo::exists(typed) && QFileInfo(meant).isFile();
+        return missing ? meant : QString();
+    }
+
+    QString m_extension;
+    QLineEdit* m_name;
 };
 
-// A path that the user chooses; empty if the dialog was cancelled, or went away while it stood open.
-std::string Choose(QFileDialog::FileMode mode, const std::string& title, const std::string& startIn)
+// A path that the user chooses: of a file, if there is an `extension` that need not be typed, else of a folder. Empty
+// if the dialog was cancelled, or went away while it stood open.
+std::string Choose(const std::string& title, const std::string& startIn, const std::string& extension = {})
 {
-    const QPointer<QFileDialog> window = new FileChooser(QApplication::activeWindow());
+    const bool folder = extension.empty();
+    const QPointer<QFileDialog> window =
+        new FileChooser(QApplication::activeWindow(), QString::fromStdString(extension));
     window->setObjectName("dlgChoose");
     window->setWindowTitle(QString::fromStdString(title));
-    window->setFileMode(mode);
-    window->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
+    window->setFileMode(folder ? QFileDialog::Directory : QFileDialog::ExistingFile);
+    window->setOption(QFileDialog::ShowDirsOnly, folder);
     // The words are those of the pattern, but files without a dot are files, too.
     window->setNameFilter("All Files (*.*) (*)");
     window->setOption(QFileDialog::HideNameFilterDetails);
@@ -182,12 +206,12 @@ std::string QtDialogs::AskPassword(const std::string& text, const std::string& t
 
 std::string QtDialogs::BrowseFolder(const std::string& title, const std::string& startIn)
 {
-    return Choose(QFileDialog::Directory, title, startIn);
+    return Choose(title, startIn);
 }
 
-std::string QtDialogs::OpenFile(const std::string& title, const std::string& startIn)
+std::string QtDialogs::OpenFile(const std::string& title, const std::string& startIn, const std::string& extension)
 {
-    return Choose(QFileDialog::ExistingFile, title, startIn);
+    return Choose(title, startIn, extension);
 }
 
 } // namespace harvelop

@@ -14,7 +14,7 @@ public:
     BoxAnswer Show(const Box& box) override;
     std::string AskPassword(const std::string& text, const std::string& title) override;
     std::string BrowseFolder(const std::string& title, const std::string& startIn) override;
-    std::string OpenFile(const std::string& title, const std::string& startIn) override;
+    std::string OpenFile(const std::string& title, const std::string& startIn, const std::string& extension) override;
 };
 
 } // namespace harvelop
