@@ -17,13 +17,6 @@ STRIDE = 1 if os.environ.get("HARVELOP_DEEP") else 9
 CLIENT = os.path.join(BIN, "harvelctl")
 
 
-def strace_works():
-    try:
-        return subprocess.run(["strace", "-o", os.devnull, "true"], check=False, capture_output=True).returncode == 0
-    except FileNotFoundError:
-        return False
-
-
 def decoded(text):
     return bytes(int(code, 16) for code in re.findall(r"\\x(..)", text))
 
@@ -110,8 +103,13 @@ def saved(calls):
     return texts
 
 
-@unittest.skipUnless(strace_works(), "strace may not watch a process here")
 class Killed(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        watched = subprocess.run(["strace", "-o", os.devnull, "true"], check=False, capture_output=True, text=True)
+        if watched.returncode != 0:
+            raise RuntimeError(f"strace may not watch a process here, so nothing was killed: {watched.stderr}")
+
     def walk(self, words, loggers=3):
         with Scene() as scene:
             run = Run(scene, words)
