@@ -42,6 +42,16 @@ std::vector<const CtlOption*> optionsOf(const CtlVerb& verb)
     return options;
 }
 
+// The words of the options whose value can be a word of its own.
+std::string optionsWithValues(std::string_view between)
+{
+    std::vector<std::string_view> words;
+    for (const CtlOption& option : CtlOptions())
+        if (option.takesValue)
+            words.push_back(option.word);
+    return joined(words, between);
+}
+
 // What stands behind a command and its number, where that is a list.
 std::string restWords(const CtlVerb& verb)
 {
@@ -88,13 +98,9 @@ std::string bashVerb(const CtlVerb& verb)
 std::string bashScript()
 {
     std::string values;
-    std::vector<std::string_view> taking;
-    for (const CtlOption& option : CtlOptions()) {
-        if (!option.takesValue)
-            continue;
-        taking.push_back(option.word);
-        values += "    " + std::string(option.word) + ") " + bashValue(option) + "return ;;\n";
-    }
+    for (const CtlOption& option : CtlOptions())
+        if (option.takesValue)
+            values += "    " + std::string(option.word) + ") " + bashValue(option) + "return ;;\n";
     std::string verbs;
     for (const CtlVerb& verb : CtlVerbs())
         verbs += bashVerb(verb);
@@ -117,7 +123,7 @@ _harvelctl()
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
         )" +
-           joined(taking, " | ") + R"()
+           optionsWithValues(" | ") + R"()
             [[ ${COMP_WORDS[i + 1]} == '=' ]] && ((i++))
             [[ ${COMP_WORDS[i]} == --dir || ${COMP_WORDS[i - 1]} == --dir ]] && dir=${COMP_WORDS[i + 1]}
             ((i++))
@@ -126,6 +132,9 @@ _harvelctl()
         *) if [[ -z $verb ]]; then verb=${COMP_WORDS[i]}; else ((plain++)); fi ;;
         esac
     done
+    # The directory stands there as it was typed.
+    dir=${dir//[\\\'\"]/}
+    dir=${dir/#\~/"$HOME"}
     case $verb in
     '') rest=')" +
            verbWords() + R"(' ;;
@@ -164,19 +173,19 @@ std::string zshOption(const CtlOption& option)
 
 std::string zshVerb(const CtlVerb& verb)
 {
-    std::string row = "    " + std::string(verb.word) + ") _arguments";
+    std::string row = "    " + std::string(verb.word) + ") _arguments '1:command: '";
     for (const CtlOption* option : optionsOf(verb))
         row += " " + zshOption(*option);
     const bool numbered = verb.number != CtlVerb::Number::None;
     if (numbered)
-        row += " '1:logger:_harvelctl_loggers'";
+        row += " '2:logger:_harvelctl_loggers'";
     const std::string words = restWords(verb);
     if (verb.rest == Rest::File)
-        row += std::string(" '") + (numbered ? "2" : "1") + ":file:_files'";
+        row += std::string(" '") + (numbered ? "3" : "2") + ":file:_files'";
     else if (verb.rest == Rest::MayFields)
         row += " '*:option:compadd -S \"\" " + words + "'";
     else if (!words.empty())
-        row += " '1:word:(" + words + ")'";
+        row += " '2:word:(" + words + ")'";
     return row + " ;;\n";
 }
 
@@ -190,18 +199,28 @@ std::string zshScript()
 _harvelctl_loggers()
 {
     local -a numbers
-    numbers=(${${(f)"$(harvelctl --dir "${opt_args[--dir]:-.}" list 2>/dev/null)"}%% *})
+    numbers=(${${(f)"$(harvelctl --dir "$dir" list 2>/dev/null)"}%% *})
     compadd -- ${numbers:#No}
 }
 _harvelctl()
 {
-    local curcontext="$curcontext" state line
-    typeset -A opt_args
-    _arguments -C '--dir=:dir:_files -/' '--help' '--version' \
-        '1:command:()zsh" +
-           verbWords() + R"zsh()' '*::rest:->rest'
-    [[ $state == rest ]] || return 0
-    case ${line[1]} in
+    local verb='' dir=. i
+    for ((i = 2; i < CURRENT; i++)); do
+        case $words[i] in
+        --dir) dir=$words[++i] ;;
+        --dir=*) dir=${words[i]#*=} ;;
+        )zsh" +
+           optionsWithValues(" | ") + R"zsh() ((i++)) ;;
+        -*) ;;
+        *) verb=${verb:-$words[i]} ;;
+        esac
+    done
+    # The directory stands there as it was typed.
+    dir=${(Q)dir}
+    dir=${dir/#\~/$HOME}
+    case $verb in
+    '') _arguments '--dir=:dir:_files -/' '--help' '--version' '*:command:()zsh" +
+           verbWords() + R"zsh()' ;;
 )zsh" + verbs +
            R"zsh(    esac
 }
@@ -215,9 +234,21 @@ fi
 
 // fish
 
-std::string fishOption(const CtlOption& option, const std::string& condition)
+// A row for the word of that number among those that are neither options nor their values, where the first of these is
+// one of the commands. `number` may be a pattern; `''` stands for no command yet.
+std::string fishRow(std::string_view number, std::string_view verbs)
 {
-    std::string row = "complete -c harvelctl" + condition + " -l " + std::string(option.word.substr(2));
+    return "complete -c harvelctl -n \"__harvelctl_at '" + std::string(number) + "' " + std::string(verbs) + "\"";
+}
+
+std::string fishOption(const CtlOption& option)
+{
+    std::vector<std::string_view> verbs;
+    for (const CtlVerb& verb : CtlVerbs())
+        if (GoesWith(option, verb.verb))
+            verbs.push_back(verb.word);
+    std::string row = option.verbs.empty() ? "complete -c harvelctl" : fishRow("*", joined(verbs));
+    row += " -l " + std::string(option.word.substr(2));
     if (!option.takesValue)
         return row + "\n";
     if (option.path == Path::File)
@@ -230,33 +261,50 @@ std::string fishOption(const CtlOption& option, const std::string& condition)
     return row + "\n";
 }
 
+std::string fishVerb(const CtlVerb& verb)
+{
+    const bool numbered = verb.number != CtlVerb::Number::None;
+    std::string rows;
+    if (numbered)
+        rows += fishRow("2", verb.word) + " -a '(__harvelctl_loggers)'\n";
+    if (verb.rest == Rest::File)
+        rows += fishRow(numbered ? "3" : "2", verb.word) + " -F\n";
+    if (const std::string words = restWords(verb); !words.empty())
+        rows += fishRow(verb.rest == Rest::MayFields ? "*" : "2", verb.word) + " -a '" + words + "'\n";
+    return rows;
+}
+
 std::string fishScript()
 {
-    std::string script = "# fish completion of harvelctl\n"
-                         "function __harvelctl_loggers\n"
-                         "    harvelctl list 2>/dev/null | string match -r '^\\d+'\n"
-                         "end\n"
-                         "complete -c harvelctl -f\n"
-                         "complete -c harvelctl -n __fish_use_subcommand -l help\n"
-                         "complete -c harvelctl -n __fish_use_subcommand -l version\n"
-                         "complete -c harvelctl -n __fish_use_subcommand -a '" +
-                         verbWords() + "'\n";
-    for (const CtlOption& option : CtlOptions()) {
-        std::vector<std::string_view> verbs;
-        for (const CtlVerb& verb : CtlVerbs())
-            if (!option.verbs.empty() && GoesWith(option, verb.verb))
-                verbs.push_back(verb.word);
-        script += fishOption(option, verbs.empty() ? "" : " -n '__fish_seen_subcommand_from " + joined(verbs) + "'");
-    }
-    for (const CtlVerb& verb : CtlVerbs()) {
-        const std::string row = "complete -c harvelctl -n '__fish_seen_subcommand_from " + std::string(verb.word) + "'";
-        if (verb.number != CtlVerb::Number::None)
-            script += row + " -a '(__harvelctl_loggers)'\n";
-        if (verb.rest == Rest::File)
-            script += row + " -F\n";
-        if (const std::string words = restWords(verb); !words.empty())
-            script += row + " -a '" + words + "'\n";
-    }
+    std::string known;
+    for (const CtlOption& option : CtlOptions())
+        known += std::string(option.word.substr(2)) + (option.takesValue ? "= " : " ");
+    std::string script = R"(# fish completion of harvelctl
+# The directory, and the words that are neither options nor their values, up to the one at the cursor, which stands as
+# an empty one.
+function __harvelctl_words
+    set -l _flag_dir .
+    argparse -i )" + known +
+                         R"(-- (commandline -opc)[2..] '' 2>/dev/null
+    string replace -r '^~' $HOME -- $_flag_dir
+    string join \n -- $argv
+end
+function __harvelctl_at --argument-names number
+    set -l words (__harvelctl_words)[2..]
+    string match -q -- $number (count $words); and contains -- "$words[1]" $argv[2..]
+end
+function __harvelctl_loggers
+    harvelctl --dir (__harvelctl_words)[1] list 2>/dev/null | string match -r '^\d+'
+end
+complete -c harvelctl -f
+)";
+    script += fishRow("1", "''") + " -l help\n";
+    script += fishRow("1", "''") + " -l version\n";
+    script += fishRow("1", "''") + " -a '" + verbWords() + "'\n";
+    for (const CtlOption& option : CtlOptions())
+        script += fishOption(option);
+    for (const CtlVerb& verb : CtlVerbs())
+        script += fishVerb(verb);
     return script;
 }
 

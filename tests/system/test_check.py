@@ -1,14 +1,10 @@
-"""What `harvelctl check` says of a real directory, and the completion of shells."""
+"""What `harvelctl check` says of a real directory."""
 
 import json
 import os
-import shutil
-import subprocess
 import unittest
 
 from programs import Scene
-
-BIN = os.environ["HARVELOP_BIN"]
 
 
 def state(directory):
@@ -76,79 +72,6 @@ class Checking(unittest.TestCase):
         self.assertEqual(json.loads(self.done("delete", "1", "--yes", "--json"))["done"], True)
         self.assertNotIn("emaillist2.ini", os.listdir(self.scene.directory))
         self.assertEqual(self.check(), "")
-
-
-class Completion(unittest.TestCase):
-    def setUp(self):
-        self.scene = self.enterContext(Scene())
-        self.environment = dict(os.environ, PATH=BIN + os.pathsep + os.environ["PATH"])
-
-    def script(self, shell):
-        code, out, error = self.scene.run("completion", shell)
-        self.assertEqual((code, error), (0, ""))
-        path = self.scene.path("completion." + shell)
-        with open(path, "w", encoding="utf-8") as file:
-            file.write(out)
-        return path
-
-    def bash(self, *words):
-        """What bash offers for the last of the words, as it divides them itself."""
-        code = ('source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _harvelctl; '
-                'for word in "${COMPREPLY[@]}"; do echo "$word"; done')
-        result = subprocess.run(["bash", "-c", code, "bash", self.script("bash"), "harvelctl", *words], check=True,
-                                cwd=self.scene.directory, env=self.environment, capture_output=True, text=True)
-        self.assertEqual(result.stderr, "")
-        return result.stdout.split()
-
-    def test_bash_offers_commands_options_and_values(self):
-        commands = self.bash("")
-        self.assertLess({"find", "check", "language-template", "completion", "unload"}, set(commands))
-        self.assertEqual(self.bash("lang"), ["language-template", "language-check"])
-        self.assertEqual(self.bash("find", "--"), ["--dir", "--json", "--trace", "--port", "--all", "--yes",
-                                                   "--password"])
-        self.assertEqual(self.bash("add", "--model", "KR4"), ["KR400", "KR45", "KR41", "KR40"])
-        self.assertEqual(self.bash("add", "--parity", "=", "O"), ["Odd"])
-        self.assertEqual(self.bash("add", "--flow", "="), ["NOFC", "SWFC", "HWFC"])
-        self.assertEqual(self.bash("--dir", "x", "add", "--com", "16"), ["16"])
-        self.assertEqual(self.bash("completion", ""), ["bash", "zsh", "fish"])
-        self.assertIn("SMTPServerName=", self.bash("options", "SMTP"))
-        self.assertEqual(self.bash("options", "Icons"), []) # which the program keeps by itself
-        self.assertEqual(self.bash("options", "SMTPServerName", "="), [])
-        self.assertEqual(self.bash("options", "SMTPServerName", "=", "S"), [])
-        self.assertEqual(self.bash("options", "SMTPServerName", "=", "h", "SiteI"), ["SiteID="])
-        self.assertEqual(self.bash("add", "--password", ""), [])
-
-    def test_bash_offers_files_directories_and_the_loggers_that_there_are(self):
-        os.mkdir(self.scene.path("folder"))
-        with open(self.scene.path("file.cmd"), "w", encoding="ascii"):
-            pass
-        self.assertEqual(self.bash("--dir", "f"), ["folder"])
-        self.assertEqual(sorted(self.bash("load", "1", "f")), ["file.cmd", "folder"])
-        self.assertEqual(self.bash("language-check", "fi"), ["file.cmd"])
-        self.assertEqual(self.bash("show", ""), [])
-        for host in ("a", "b"):
-            self.scene.run("add", "--model", "KR40", "--tcp", host + ":1")
-        self.assertEqual(self.bash("show", ""), ["1", "2"])
-        self.assertEqual(self.bash("show", "1", ""), [])
-        self.assertEqual(self.bash("--dir", self.scene.directory, "set", ""), ["1", "2"])
-
-    def test_the_scripts_are_what_their_shells_read(self):
-        self.assertIsNotNone(shutil.which("zsh"))
-        self.assertIsNotNone(shutil.which("fish"))
-        for shell in ("bash", "zsh", "fish"):
-            subprocess.run([shell, "-n", self.script(shell)], check=True)
-        subprocess.run(["shellcheck", "-s", "bash", self.script("bash")], check=True)
-
-    def test_fish_offers_what_bash_offers(self):
-        def fish(line):
-            code = f'source "{self.script("fish")}"; complete -C "{line}"'
-            result = subprocess.run(["fish", "--no-config", "-c", code], check=True, cwd=self.scene.directory,
-                                    env=self.environment, capture_output=True, text=True)
-            return [row.split("\t")[0] for row in result.stdout.splitlines()]
-        self.assertEqual(sorted(fish("harvelctl ")), sorted(self.bash("")))
-        self.assertEqual(sorted(fish("harvelctl add --model KR4")), ["KR40", "KR400", "KR41", "KR45"])
-        self.assertIn("--job", fish("harvelctl clear 1 --"))
-        self.assertNotIn("--job", fish("harvelctl load 1 --"))
 
 
 if __name__ == "__main__":
