@@ -64,7 +64,7 @@ struct CtlCommand {
     AddValues logger;                    // add: what the dialog's controls would hold
     IconChoice icon{"Data", {}, {}, {}, false}; // shortcut
     std::string text;                           // send: one line; may be empty. completion: the shell
-    std::string file;                           // load, language-check: as it was named
+    std::string file;                           // load, language-check: as it was named, then absolute
     std::string trace;              // what reaches loggers or servers: the file that gets every byte; empty: none
     Target target = Target::Memory; // load: where to; clear: what
     std::string job;                // clear a job: its name without star and blanks, or what stands for all

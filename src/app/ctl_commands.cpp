@@ -58,9 +58,8 @@ int find(Program& p, Console& console, const CtlCommand& command, std::ostream& 
 
 int list(Program& p, Console& console, const CtlCommand& command, std::ostream& out)
 {
-    if (!LoggersReadable(p, console))
+    if (!LoadLoggers(p, console))
         return CtlFailed;
-    p.records.LoadFoundLoggers();
     p.viewing.RebuildList(); // fills in what a list shows of a logger
     out << (command.json ? LoggersAsJson(p.tables) : LoggersAsTable(p.tables));
     return CtlDone;

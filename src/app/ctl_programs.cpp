@@ -164,8 +164,10 @@ int ListJobs(Program& program, Console& console, const CtlCommand& command, std:
     if (!stood)
         return LinkLost(console, command.number);
     int entry = 1;
-    for (; !p.loading.JobList.Get(entry).empty(); ++entry)
-        out << Printable(p.loading.JobList.Get(entry)) << "\n";
+    for (; !p.loading.JobList.Get(entry).empty(); ++entry) {
+        const std::string job = p.loading.JobList.Get(entry);
+        out << (command.json ? job : Printable(job)) << "\n"; // JSON escapes by itself
+    }
     if (entry > 1)
         return CtlDone;
     console.Line("Logger " + std::to_string(command.number) + " lists no jobs.");

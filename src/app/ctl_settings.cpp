@@ -4,6 +4,7 @@
 #include "app/ctl_json.h"
 #include "app/ctl_loggers.h"
 #include "app/ctl_output.h"
+#include "core/text_numbers.h"
 #include "panels/option_edits.h"
 #include "settings/option_keys.h"
 
@@ -46,6 +47,8 @@ ordered_json toldOf(const Options& options, const OptionKey& row)
     const bool password = row.key.ends_with("Password") && std::holds_alternative<std::string Options::*>(row.variable);
     if (password && !OptionText(options, row.variable).empty())
         return "(set)";
+    if (std::holds_alternative<float Options::*>(row.variable)) // as the file has it, not the float's nearest double
+        return ToDouble(OptionText(options, row.variable)).value_or(0);
     return std::visit([&](auto member) { return ordered_json(options.*member); }, row.variable);
 }
 

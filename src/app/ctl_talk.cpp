@@ -115,7 +115,7 @@ int exchange(Program& p, Console& console, const CtlCommand& command, std::ostre
     LineReader lines(text);
     std::string_view line;
     while (lines.Next(line))
-        out << Printable(line, "\t") << "\n";
+        out << (command.json ? std::string(line) : Printable(line, "\t")) << "\n"; // JSON escapes by itself
     return LinkStands(p) ? CtlDone : LinkLost(console, command.number);
 }
 

@@ -2,6 +2,7 @@
 #include "app/ctl_commands.h"
 #include "app/ctl_json.h"
 #include "app/tracing.h"
+#include "platform/qt/process_start.h"
 #include "platform/qt/qt_data_files.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_event_pump.h"
@@ -15,7 +16,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -25,6 +25,7 @@ using namespace harvelop;
 
 int main(int argc, char** argv)
 {
+    PrepareProcess();
     const auto parsed = ParseCtlArguments({argv + 1, argv + argc});
     if (const auto* error = std::get_if<std::string>(&parsed)) {
         std::cerr << "harvelctl: " << *error << "\nTry 'harvelctl --help'.\n";
@@ -42,8 +43,6 @@ int main(int argc, char** argv)
             PrintJson(command, console, false, {}, std::cout);
         return CtlFailed;
     }
-    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow any more is told like a full disk
-    std::signal(SIGPIPE, SIG_IGN); // the link is released also when nobody reads the results any more
     PrepareEventDispatcher();
     QCoreApplication app(argc, argv);
     QtEventPump pump;

@@ -2,6 +2,7 @@
 #include "app/desktop_program.h"
 #include "app/tracing.h"
 #include "panels/frmSupport.h"
+#include "platform/qt/process_start.h"
 #include "platform/qt/qt_data_files.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_pump.h"
@@ -13,7 +14,6 @@
 #include <QApplication>
 #include <QIcon>
 
-#include <csignal>
 #include <iostream>
 #include <string_view>
 
@@ -61,10 +61,9 @@ std::string commandLineOf(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    PrepareProcess();
     if (argc > 1 && answered(argv[1]))
         return 0;
-    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow any more is told like a full disk
-    std::signal(SIGPIPE, SIG_IGN); // nobody has to read the trace or the complaints to their end
     PrepareEventDispatcher();
     QApplication app(argc, argv);
     QApplication::setApplicationName("harvelop");

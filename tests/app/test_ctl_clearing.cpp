@@ -35,6 +35,8 @@ TEST_F(CtlJobs, ControlCharactersOfTheListDoNotReachTheTerminal)
     kr4->Answer("DIRJOBS", "A\x1b[2J\r\n");
     EXPECT_EQ(Run({"jobs", "2"}), CtlDone);
     EXPECT_EQ(out.str(), "A?[2J\n");
+    EXPECT_EQ(Run({"jobs", "2", "--json"}), CtlDone);
+    EXPECT_NE(out.str().find("\"A\\u001b[2J\""), std::string::npos) << out.str(); // which JSON escapes
 }
 
 TEST_F(CtlJobs, NoneAreTold)

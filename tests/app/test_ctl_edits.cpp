@@ -131,6 +131,7 @@ TEST(CtlSet, ALoggersFileThatCannotBeTakenInIsLeftAlone)
             words.emplace_back("ScheduleOn.B=1");
         EXPECT_EQ(t.Refusal(words), "The file /home/user/loggers/found.ini holds more than 50 loggers.\n");
     }
+    EXPECT_EQ(t.Refusal({"list"}), "The file /home/user/loggers/found.ini holds more than 50 loggers.\n");
     t.files.unreadable.insert(TestProgram::FoundIni);
     EXPECT_EQ(t.Refusal({"set", "1", "ScheduleOn.B=1"}), "The file /home/user/loggers/found.ini can't be read.\n");
     EXPECT_TRUE(t.files.writes.empty());

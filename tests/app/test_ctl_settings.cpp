@@ -35,6 +35,14 @@ TEST(CtlSettings, ShowsEachOptionOnce)
     EXPECT_EQ(all["SMTPPort"], "25");
 }
 
+TEST(CtlSettings, ANumberIsTheSameInJsonAsInTheFile)
+{
+    OptionsCtl t;
+    t.File("options.ini") = "TerminalTop=0.1\r\n" + t.File("options.ini"); // the first line of a key counts
+    EXPECT_EQ(t.Run({"options", "--json"}), CtlDone);
+    EXPECT_EQ(nlohmann::json::parse(t.out.str())["TerminalTop"], 0.1);
+}
+
 TEST(CtlSettings, WithoutAFileTheDefaultsAreShownAndARefusedChangeMakesNone)
 {
     StoredCtl t;

@@ -126,8 +126,8 @@ class Scene:
     def start(self, *words, **more):
         """Starts harvelctl without a terminal."""
         return subprocess.Popen([os.path.join(BIN, "harvelctl"), "--dir", self.directory, *words],
-                                env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                stderr=subprocess.PIPE, text=True, **more)
+                                env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                                **{"stdin": subprocess.DEVNULL, **more})
 
     def run(self, *words, timeout=120, **more):
         """Runs harvelctl to its end: exit code, standard output, standard error."""

@@ -91,6 +91,13 @@ class ReachingFromTheShell(unittest.TestCase):
                     self.assertEqual(talk.stdout.splitlines(), send.stdout.splitlines() * 2)
                     self.assertIn("Connected to the KR", talk.stderr)
 
+    def test_a_terminal_whose_input_is_closed_ends_as_one_whose_input_has_ended(self):
+        with Scene(LOGGERS) as scene:
+            self.assertEqual(scene.run("add", "--model", "KR40", "--tcp", ":".join(scene.address(2)))[0], 0)
+            closed = scene.run("terminal", "1", stdin=None, preexec_fn=lambda: os.close(0))
+            self.assertEqual(closed, scene.run("terminal", "1"))
+            self.assertEqual(closed[0], 0)
+
     def test_hosts_that_are_no_loggers_are_told_and_end_promptly(self):
         with Scene() as scene, contextlib.ExitStack() as hosts, socket.socket() as refusing:
             refusing.bind(("127.0.0.1", 0))  # and nobody listens
