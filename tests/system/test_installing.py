@@ -23,6 +23,13 @@ def output(*command, **more):
                           **more).stdout
 
 
+def dead_links(folder):
+    """What the documents there lead to in the same place and is not there, as (document, link)."""
+    return [(page.name, target) for page in sorted(folder.glob("*.md"))
+            for target in re.findall(r"\]\(([^)#]+)[^)]*\)", page.read_text())
+            if "://" not in target and not (page.parent / target).exists()]
+
+
 class Installing(unittest.TestCase):
     def test_all_is_installed_where_desktops_and_shells_look_for_it(self):
         with tempfile.TemporaryDirectory(prefix="harvelop-test-") as scratch:
@@ -41,6 +48,7 @@ class Installing(unittest.TestCase):
                                                     "fish/vendor_completions.d/harvelctl.fish")}
             wanted |= {f"share/harvelop/languages/{path.name}" for path in (ROOT / "languages").glob("*.txt")}
             self.assertEqual(wanted - installed, set())
+            self.assertEqual(dead_links(pathlib.Path(scratch, "share/doc/harvelop")), [])
             for program in PROGRAMS:
                 self.assertRegex(output(f"{scratch}/bin/{program}", "--version"), rf"^{program} \d+\.\d+\n$")
                 page = gzip.decompress(pathlib.Path(scratch, f"share/man/man1/{program}.1.gz").read_bytes())
@@ -81,7 +89,7 @@ class Installing(unittest.TestCase):
         self.assertEqual({component.find("releases/release").get("version"), first[1], debian[1]}, {version})
 
     def test_the_sample_rules_hold_together_once_their_comment_marks_are_taken_away(self):
-        lines = (PACKAGING / "70-harvelop.rules").read_text().splitlines()
+        lines = (ROOT / "docs/examples/70-harvelop.rules").read_text().splitlines()
         rules = [line[1:] for line in lines if line.startswith("#SUBSYSTEM")]
         self.assertEqual([line for line in lines if line and not line.startswith("#")], [])
         self.assertEqual(len(rules), 4)
