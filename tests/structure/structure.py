@@ -125,8 +125,9 @@ def no_empty_catch(root):
 
 
 def words_stay_inside(root):
-    folders = [*SOURCES, "demo", "docs", "scripts", "cmake"]
-    texts = list(lines(root, folders, ".cpp", ".h", ".ui", ".txt", ".cmake", ".py", ".md", ".json", ""))
+    folders = [*SOURCES, "demo", "docs", "scripts", "cmake", "packaging", "languages"]
+    texts = list(lines(root, folders, ".cpp", ".h", ".ui", ".txt", ".cmake", ".py", ".md", ".json", ".in", ".xml", ".desktop",
+                       ".rules", ""))
     texts += [(path.relative_to(root), number, line) for path in sorted(root.iterdir()) if path.is_file()
               for number, line in enumerate(path.read_text(errors="replace").splitlines(), 1)]
     for path, number, line in texts:

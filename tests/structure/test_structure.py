@@ -83,7 +83,9 @@ class Rules(unittest.TestCase):
         self.write("docs/a.md", "As Par" + "t 3.1 says.\n")
         self.write("src/core/a.cpp", "// TO" + "DO\nint partly = 3;\n")
         self.write("README.md", "Under /wor" + "k/here.\n")
-        self.assertEqual(len(self.findings("words_stay_inside")), 3)
+        self.write("packaging/man/a.1.in", "See /wor" + "k/here.\n")
+        self.write("languages/German.txt", "17=TO" + "DO\n")
+        self.assertEqual(len(self.findings("words_stay_inside")), 5)
 
     def test_a_long_file_is_found(self):
         self.write("src/core/a.cpp", "\n" * structure.LONGEST_FILE)
