@@ -165,6 +165,8 @@ SimulationFile ReadSimulationFile(std::string_view text)
         root = json::parse(text);
     } catch (const json::parse_error& error) {
         return {{}, {"not valid JSON near character " + std::to_string(error.byte)}};
+    } catch (const json::out_of_range&) {
+        return {{}, {"a number in it is too large"}};
     }
     if (!root.is_object() || !root.contains("loggers") || !root["loggers"].is_array())
         return {{}, {"the file must be of the form {\"loggers\": [{\"model\": ...}, ...]}"}};

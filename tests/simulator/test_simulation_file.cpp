@@ -92,6 +92,12 @@ TEST(SimulationFile, TextThatIsNoJsonIsTold)
     EXPECT_THAT(ReadSimulationFile(std::string(1, '\0')).errors, ElementsAre(HasSubstr("not valid JSON")));
 }
 
+TEST(SimulationFile, ANumberOutOfAllRangeIsTold)
+{
+    EXPECT_THAT(ReadSimulationFile(R"({"loggers": [{"com": 1e999}]})").errors,
+                ElementsAre("a number in it is too large"));
+}
+
 TEST(SimulationFile, DeepNestingAndHugeTextsDoNoHarm)
 {
     const std::string deep(100000, '[');
