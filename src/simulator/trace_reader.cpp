@@ -38,6 +38,13 @@ struct Place {
         endHeard();
         steps.push_back({step, baud});
     }
+    // What is taken after a loss had come before it.
+    void Answer(const RecordedStep& step)
+    {
+        endHeard();
+        const bool isLost = !steps.empty() && steps.back().step.kind == Kind::Lost;
+        steps.insert(steps.end() - (isLost ? 1 : 0), {step, baud});
+    }
     void Hear(const TraceText& text, std::size_t number, double ms)
     {
         for (const int code : text) {
@@ -60,7 +67,8 @@ struct Place {
             steps.push_back({std::exchange(heard, {Kind::Heard}), baud});
     }
 
-    // What the device answers at is its speed: only what happened at that speed counts.
+    // What the device answers at is its speed: only what happened at that speed counts, and a loss only at the end:
+    // otherwise the device has come back.
     RecordedLine Finished()
     {
         endHeard();
@@ -71,7 +79,7 @@ struct Place {
         if (line.com > 0 && most != answers.end())
             line.baud = most->first;
         for (Step& step : steps)
-            if (line.com == 0 || step.baud == line.baud)
+            if (line.com == 0 || (step.step.kind == Kind::Lost ? &step == &steps.back() : step.baud == line.baud))
                 line.steps.push_back(std::move(step.step));
         return std::move(line);
     }
@@ -93,6 +101,8 @@ public:
             const bool isWhole = line.size() < text.size();
             text.remove_prefix(line.size() + (isWhole ? 1 : 0));
             const bool runEnds = text.empty() || text.starts_with('#') || text.starts_with('\n');
+            if (line.starts_with('#'))
+                m_ms = m_dayMs = 0; // the run may be of another day
             if (line.empty() || line.starts_with('#'))
                 continue;
             const std::string error = takeLine(line, number);
@@ -194,8 +204,8 @@ private:
             if (isOut)
                 place->Hear(text, number, m_ms);
             else
-                place->Add({Kind::Answered, number, m_ms, PlainText(text, HiddenAnswer), false, kind == "drop"});
-        } else if (kind == "lost" && place) {
+                place->Answer({Kind::Answered, number, m_ms, PlainText(text, HiddenAnswer), false, kind == "drop"});
+        } else if ((kind == "lost" || (kind == "error" && link.starts_with("tcp"))) && place) {
             place->Add({Kind::Lost, number, m_ms});
         } else if (kind != "close" && kind != "connected" && kind != "unsent" && kind != "error") {
             return place || kind != "lost" ? "\"" + shown(kind) + "\" is nothing that can happen"

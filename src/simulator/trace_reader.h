@@ -19,11 +19,11 @@ struct RecordedStep {
         Opened,   // somebody has opened the line
         Heard,    // a line of text has come in, or the part of one that was answered
         Answered, // characters went out
-        Lost      // the device has gone; nothing more happened on the line
+        Lost      // com: the device has gone for good; a host has hung up, or could not be reached
     };
     Kind kind = Kind::Opened;
     std::size_t number = 0; // of the line in the trace, from 1
-    double ms = 0;          // on a clock that only rises
+    double ms = 0;          // on a clock that only rises, and begins anew with each run
     std::string text = {};  // heard: without line feeds, with the CR that ends it; what is hidden is left out
     bool isHidden = false;  // heard: `text` is only the beginning, the rest of the line may be anything
     bool isDropped = false; // answered: before `ms`, when it was thrown away unseen

@@ -110,6 +110,44 @@ TEST(TraceReader, TheClockOnlyRises)
     EXPECT_EQ(line.steps[2].ms, line.steps[1].ms);
 }
 
+TEST(TraceReader, EachRunHasItsOwnClock)
+{
+    const std::string evening = "20:00:00.000 com3 open \"9600,N,8,1\" 0 \"\"\n20:00:00.000 com3 out \"a\\r\"\n"
+                                "20:00:00.100 com3 in \"b\"\n";
+    const std::string morning = "10:00:00.000 com3 out \"a\\r\"\n10:00:00.100 com3 in \"b\"\n";
+    const RecordedLine line = Only(evening + "\n" + Head + Opened + morning + "\n" + Head + Opened + morning);
+    ASSERT_EQ(line.steps.size(), 9U);
+    for (const size_t heard : {1U, 4U, 7U})
+        EXPECT_EQ(line.steps[heard + 1].ms - line.steps[heard].ms, 100) << heard;
+}
+
+TEST(TraceReader, APortIsLostOnlyAtTheEndAtWhateverSpeed)
+{
+    const std::string answer = "10:00:00.000 com3 out \"a\\r\"\n10:00:00.000 com3 in \"x\"\n";
+    const std::string slower = "10:00:00.000 com3 open \"1200,N,8,1\" 0 \"\"\n";
+    const std::string lost = "10:00:00.000 com3 lost\n";
+    EXPECT_THAT(Steps(Only(Opened + answer + slower + lost)), ElementsAre("O", "H a.", "A x", "L"));
+    EXPECT_THAT(Steps(Only(Opened + answer + lost + slower)), ElementsAre("O", "H a.", "A x"));
+    EXPECT_THAT(Steps(Only(Opened + lost + Opened + answer)), ElementsAre("O", "O", "H a.", "A x"));
+}
+
+TEST(TraceReader, WhatIsTakenAfterALossHadComeBeforeIt)
+{
+    EXPECT_THAT(Steps(Only(Opened + "10:00:00.000 com3 out \"a\"\n10:00:00.000 com3 lost\n"
+                                    "10:00:00.000 com3 in \"x\"\n10:00:00.000 com3 drop \"y\"\n")),
+                ElementsAre("O", "H a", "A x", "D y", "L"));
+}
+
+TEST(TraceReader, AHostThatCouldNotBeReachedIsLostToo)
+{
+    const std::string open = "10:00:00.000 tcp1 open \"host:21\"\n";
+    EXPECT_THAT(Steps(Only(open + "10:00:00.000 tcp1 error 10061 \"no\"\n10:00:00.000 tcp1 close\n" + open +
+                           "10:00:00.000 tcp1 in \"x\"\n10:00:00.000 tcp1 lost\n" + open)),
+                ElementsAre("O", "L", "O", "A x", "L", "O"));
+    EXPECT_THAT(Steps(Only(Opened + "10:00:00.000 com3 close\n10:00:00.000 com3 error 8002 \"no such port\"\n")),
+                ElementsAre("O"));
+}
+
 TEST(TraceReader, ALineThatWasBrokenOffIsPassedOver)
 {
     EXPECT_THAT(Steps(Only(Opened + "10:00:00.000 com3 in \"T,\n\n" + Head + "10:00:01.000 com3 open \"9600,N,8")),
