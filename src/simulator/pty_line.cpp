@@ -33,17 +33,17 @@ void makeRaw(int fd, unsigned baud)
     ioctl(fd, TCSETS2, &settings);
 }
 
-// Among what a watcher has told.
-bool anyOpened(std::string_view events)
+// All that is among what a watcher has told.
+std::uint32_t kindsIn(std::string_view events)
 {
+    std::uint32_t kinds = 0;
     while (events.size() >= sizeof(inotify_event)) {
         inotify_event event{};
         std::memcpy(&event, events.data(), sizeof event);
-        if (event.mask & IN_OPEN)
-            return true;
+        kinds |= event.mask;
         events.remove_prefix(std::min(events.size(), sizeof event + event.len));
     }
-    return false;
+    return kinds;
 }
 
 } // namespace
@@ -114,9 +114,8 @@ void PtyLine::Serve(double nowMs)
         return;
     noticeUsers(nowMs);
     readInput(nowMs);
-    if (m_device->OnLine())
-        writeOutput(nowMs);
-    else
+    writeOutput(nowMs);
+    if (!m_device->OnLine())
         vanish();
 }
 
@@ -131,7 +130,10 @@ void PtyLine::noticeUsers(double nowMs)
     ioctl(m_slave.Get(), TCFLSH, TCIFLUSH);
     ioctl(m_slave.Get(), TIOCNXCL);
     m_unsent.clear();
-    if (anyOpened({events.data(), static_cast<std::size_t>(size)}))
+    const std::uint32_t kinds = kindsIn({events.data(), static_cast<std::size_t>(size)});
+    if (kinds & IN_CLOSE)
+        m_device->Closed();
+    if (kinds & IN_OPEN)
         m_device->Opened(nowMs);
 }
 

@@ -34,6 +34,7 @@ void ReplayDevice::Opened(double nowMs)
         for (std::size_t passed = 0; !isOpening(m_at) && passed <= steps.size(); ++passed)
             m_at = m_at < steps.size() ? m_at + 1 : 0;
         m_answers.clear();
+        m_onLine = true;
     }
     if (isOpening(m_at))
         goOnBehind(m_at, nowMs);
@@ -46,7 +47,7 @@ void ReplayDevice::Receive(double nowMs, std::string_view bytes)
             continue;
         if (c == '\r' || m_heard.size() < LongestLine)
             m_heard += c;
-        const std::size_t next = findNext(m_at);
+        const std::size_t next = nextToHear();
         const bool isPart = next < m_line.steps.size() && !m_line.steps[next].EndsLine();
         if (isPart && fits(m_line.steps[next], m_heard)) {
             m_heard.clear();
@@ -57,11 +58,14 @@ void ReplayDevice::Receive(double nowMs, std::string_view bytes)
     }
 }
 
-std::size_t ReplayDevice::findNext(std::size_t from) const
+// Behind the last step the first one again; behind all of them if there is none.
+std::size_t ReplayDevice::nextToHear() const
 {
-    while (from < m_line.steps.size() && m_line.steps[from].kind != Kind::Heard)
-        ++from;
-    return from;
+    const auto isHeard = [](const RecordedStep& step) { return step.kind == Kind::Heard; };
+    const auto begin = m_line.steps.begin();
+    const auto end = m_line.steps.end();
+    const auto next = std::find_if(begin + static_cast<std::ptrdiff_t>(m_at), end, isHeard);
+    return static_cast<std::size_t>((next != end ? next : std::find_if(begin, end, isHeard)) - begin);
 }
 
 void ReplayDevice::takeLine(double nowMs)
@@ -70,7 +74,7 @@ void ReplayDevice::takeLine(double nowMs)
     const auto& steps = m_line.steps;
     const auto begin = steps.begin();
     const auto isIt = [&](const RecordedStep& step) { return fits(step, heard); };
-    const std::size_t expected = findNext(m_at);
+    const std::size_t expected = nextToHear();
     if (expected < steps.size() && isIt(steps[expected]))
         return goOnBehind(expected, nowMs);
     // A hidden line, which could be any, is no place to go on at.
@@ -78,11 +82,10 @@ void ReplayDevice::takeLine(double nowMs)
     auto found = std::find_if(begin + static_cast<std::ptrdiff_t>(expected), steps.end(), isSame);
     if (found == steps.end())
         found = std::find_if(begin, steps.end(), isSame);
-    const bool anew = expected == steps.size() && found == begin + static_cast<std::ptrdiff_t>(findNext(0));
-    if (Tell && !anew)
+    if (Tell)
         Tell((expected < steps.size()
                   ? "line " + std::to_string(steps[expected].number) + " of the trace did not come; "
-                  : "nothing more comes in the trace; ") +
+                  : "nothing comes in the trace; ") +
              (found == steps.end()
                   ? "what came is not in the trace and stays unanswered"
                   : "what came is its line " + std::to_string(found->number) + ", and it goes on there"));
@@ -90,20 +93,21 @@ void ReplayDevice::takeLine(double nowMs)
         goOnBehind(static_cast<std::size_t>(found - begin), nowMs);
 }
 
-// Answers as the trace does behind that step, up to the next one that is to be heard.
+// Answers as the trace does behind that step, up to the next one that is to be heard. What was still to be said comes
+// before it, at once: the other side has not waited for it.
 void ReplayDevice::goOnBehind(std::size_t index, double nowMs)
 {
     const auto& steps = m_line.steps;
-    m_busyUntilMs = std::max(m_busyUntilMs, nowMs);
+    for (Piece& piece : m_answers)
+        piece.dueMs = std::min(piece.dueMs, nowMs);
+    double dueMs = nowMs;
     for (m_at = index + 1; m_at < steps.size(); ++m_at) {
         const RecordedStep& step = steps[m_at];
-        const bool isLoss = step.kind == Kind::Lost && m_at + 1 == steps.size();
         if (step.kind == Kind::Heard || step.kind == Kind::Opened)
             return;
         if (m_pace == Pace::AsRecorded && !step.isDropped)
-            m_busyUntilMs = std::max(m_busyUntilMs, nowMs + step.ms - steps[index].ms);
-        if (step.kind == Kind::Answered || isLoss)
-            m_answers.push_back({m_busyUntilMs, &step});
+            dueMs = std::max(dueMs, nowMs + step.ms - steps[index].ms);
+        m_answers.push_back({dueMs, &step});
     }
 }
 
@@ -121,8 +125,6 @@ std::string ReplayDevice::Transmit(double nowMs)
 
 double ReplayDevice::NextDueMs() const
 {
-    if (!m_onLine)
-        return 0; // so that its line looks
     return m_answers.empty() ? Never : m_answers.front().dueMs;
 }
 

@@ -17,11 +17,14 @@ namespace harvelop
 //
 // Where the other side departs from the trace, `Tell` hears of it, and the replay goes on at the next place that has
 // the line, or else at the first one of the whole trace; a line that it does not have anywhere stays unanswered. Behind
-// its end the trace begins anew. No line is told that is not in the trace: it may hold a password.
+// its end the trace begins anew. Where somebody was hung up on, the device drops the line. No line is told that is not
+// in the trace: it may hold a password.
 class ReplayDevice : public SimulatedDevice
 {
 public:
-    enum class Openings { Exact, Vague }; // vague: some are not noticed, and some more than once
+    // Exact: each begins the next run of the trace, also after the device has dropped the line. Vague: some are not
+    // noticed, and some more than once.
+    enum class Openings { Exact, Vague };
     enum class Pace { AsRecorded, Fast }; // fast: every answer at once
 
     ReplayDevice(RecordedLine line, Openings openings, Pace pace);
@@ -33,6 +36,8 @@ public:
     double NextDueMs() const override;
     bool OnLine() const override { return m_onLine; }
     void Opened(double nowMs) override;
+    void Closed() override { m_answers.clear(); }
+    bool TakesNextCaller() const override { return m_openings == Openings::Exact; }
 
 private:
     struct Piece {
@@ -41,7 +46,7 @@ private:
     };
 
     void takeLine(double nowMs);
-    std::size_t findNext(std::size_t from) const;
+    std::size_t nextToHear() const;
     void goOnBehind(std::size_t index, double nowMs);
 
     RecordedLine m_line;
@@ -50,7 +55,6 @@ private:
     std::size_t m_at = 0; // the step that comes next: an opening, something to be heard, or behind the last
     std::string m_heard;
     std::deque<Piece> m_answers;
-    double m_busyUntilMs = 0;
     bool m_onLine = true;
 };
 

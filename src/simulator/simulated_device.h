@@ -25,11 +25,15 @@ public:
     // When it will next have something to send; Never if only input can make it.
     virtual double NextDueMs() const = 0;
 
-    // Somebody has opened the line.
+    // Somebody has opened the line, or closed it.
     virtual void Opened(double /*nowMs*/) {}
+    virtual void Closed() {}
 
     // False once the device has dropped the line, as if its cable had been pulled out.
     virtual bool OnLine() const { return true; }
+
+    // Whether it has only hung up then, and is on line again as soon as somebody opens the line.
+    virtual bool TakesNextCaller() const { return false; }
 };
 
 } // namespace harvelop

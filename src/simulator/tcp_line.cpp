@@ -60,12 +60,12 @@ void TcpLine::Serve(double nowMs)
     if (!m_listener.IsOpen())
         return;
     readInput(nowMs);
+    writeOutput(nowMs);
     if (!m_device->OnLine()) {
         dropClient();
-        m_listener.Close();
-        return;
+        if (!m_device->TakesNextCaller())
+            return m_listener.Close();
     }
-    writeOutput(nowMs);
     admitClient(nowMs);
 }
 

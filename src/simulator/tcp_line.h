@@ -12,7 +12,7 @@ namespace harvelop
 {
 
 // One client at a time: another one is turned away at once. Clients may come and go any number of times. When the
-// device drops the line, its client is cut off and no other is let in.
+// device drops the line, its client is cut off, and no other is let in if the device does not take the next caller.
 class TcpLine : public SimulatedLine
 {
 public:

@@ -22,6 +22,14 @@ struct ReplayTest : testing::Test {
         device.emplace(trace.lines.front(), openings, pace);
         device->Tell = [this](const std::string& text) { told.push_back(text); };
     }
+    // As Load, of a host instead of the port.
+    void LoadHost(std::string events)
+    {
+        for (size_t at = events.find("com3"); at != std::string::npos; at = events.find("com3"))
+            events.replace(at, 4, "tcp1");
+        Load(events, ReplayDevice::Openings::Exact);
+    }
+    static std::string HostOpen(int ms = 0) { return At("open \"host:21\"", ms); }
     static std::string Open() { return At("open \"9600,N,8,1\" 0 \"\""); }
     static std::string Out(const std::string& text, int ms = 0) { return At("out \"" + text + "\"", ms); }
     static std::string In(const std::string& text, int ms = 0) { return At("in \"" + text + "\"", ms); }
@@ -95,7 +103,7 @@ TEST_F(ReplayTest, GoesOnWhereTheTraceHasWhatCame)
     EXPECT_EQ(Say("c\r\n"), "3");
     EXPECT_THAT(told,
                 ElementsAre("line 3 of the trace did not come; what came is its line 7, and it goes on there",
-                            "nothing more comes in the trace; what came is its line 5, and it goes on there",
+                            "line 3 of the trace did not come; what came is its line 5, and it goes on there",
                             "line 7 of the trace did not come; what came is not in the trace and stays unanswered"));
 }
 
@@ -111,12 +119,8 @@ TEST_F(ReplayTest, BeginsAnewBehindTheEnd)
 
 TEST_F(ReplayTest, AHostBeginsItsNextRunWithEachCaller)
 {
-    const std::string open = "10:00:00.000 tcp1 open \"host:21\"\n";
-    std::string events = open + In("220 one\\r\\n") + Out("a\\r\\n") + In("1") + Out("b\\r\\n") + At("close") + open +
-                         In("220 two\\r\\n") + Out("a\\r\\n") + In("2");
-    for (size_t at = events.find("com3"); at != std::string::npos; at = events.find("com3"))
-        events.replace(at, 4, "tcp1");
-    Load(events, ReplayDevice::Openings::Exact);
+    LoadHost(HostOpen() + In("220 one\\r\\n") + Out("a\\r\\n") + In("1") + Out("b\\r\\n") + At("close") + HostOpen() +
+             In("220 two\\r\\n") + Out("a\\r\\n") + In("2"));
     for (const char* number : {"1", "2", "1"}) {
         device->Opened(nowMs);
         EXPECT_EQ(Say(""), std::string("220 ") + (*number == '1' ? "one" : "two") + "\r\n");
@@ -147,7 +151,70 @@ TEST_F(ReplayTest, DropsTheLineWhereItWasLostForGood)
     EXPECT_TRUE(device->OnLine());
     EXPECT_EQ(Say("", 1), "");
     EXPECT_FALSE(device->OnLine());
-    EXPECT_EQ(device->NextDueMs(), 0);
+    EXPECT_FALSE(device->TakesNextCaller());
+}
+
+TEST_F(ReplayTest, WhoeverDoesNotWaitGetsTheRestAtOnceAndTheNextAnswerInItsTime)
+{
+    Load(Open() + Out("a\\r\\n") + In("1", 100) + In("2", 900) + Out("b\\r\\n", 910) + In("3", 960));
+    EXPECT_EQ(Say("a\r\n", 100), "1");
+    EXPECT_EQ(Say("b\r\n"), "2");
+    EXPECT_EQ(device->NextDueMs(), nowMs + 50);
+    EXPECT_EQ(Say("", 50), "3");
+    EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(ReplayTest, WhatSomebodyDidNotWaitForIsNotSaidToTheNextOne)
+{
+    Load(Open() + Out("a\\r\\n") + In("1", 900) + Open() + Out("b\\r\\n", 950) + In("2", 960));
+    EXPECT_EQ(Say("a\r\n", 100), "");
+    device->Closed();
+    EXPECT_EQ(device->NextDueMs(), SimulatedDevice::Never);
+    device->Opened(nowMs);
+    EXPECT_EQ(Say("b\r\n", 10), "2");
+}
+
+TEST_F(ReplayTest, AHostsNextCallerIsAnsweredInItsOwnTime)
+{
+    LoadHost(HostOpen() + Out("a\\r\\n") + In("1", 900) + HostOpen() + Out("b\\r\\n", 900) + In("2", 910));
+    device->Opened(nowMs);
+    EXPECT_EQ(Say("a\r\n", 100), "");
+    device->Opened(nowMs);
+    EXPECT_EQ(Say("b\r\n", 10), "2");
+}
+
+TEST_F(ReplayTest, BeginsAnewBehindTheEndAlsoWithAPasswordOrPartOfALine)
+{
+    for (const auto& [first, said] : {std::pair("\\*\\r\\n", "my password\r\n"), std::pair("+++", "+++")}) {
+        Load(Open() + Out(first) + In("Accepted\\r\\n") + Out("a\\r\\n") + In("1"));
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(Say(said), "Accepted\r\n");
+            EXPECT_EQ(Say("a\r\n"), "1");
+        }
+    }
+    EXPECT_THAT(told, IsEmpty());
+}
+
+TEST_F(ReplayTest, AHostHangsUpWhereItDidAndTakesTheNextCaller)
+{
+    LoadHost(HostOpen() + Out("a\\r\\n") + At("lost", 20) + In("1", 30) + At("close", 30) + HostOpen(30) +
+             At("error 10061 \"Connection refused\"", 40) + At("close", 40) + HostOpen(40) + Out("b\\r\\n", 50) +
+             In("2", 50));
+    for (int i = 0; i < 2; ++i) {
+        device->Opened(nowMs);
+        EXPECT_EQ(Say("a\r\n", 30), "1");
+        EXPECT_FALSE(device->OnLine());
+        EXPECT_TRUE(device->TakesNextCaller());
+        EXPECT_EQ(device->NextDueMs(), SimulatedDevice::Never);
+        device->Opened(nowMs);
+        EXPECT_TRUE(device->OnLine());
+        EXPECT_EQ(Say("", 10), "");
+        EXPECT_FALSE(device->OnLine());
+        device->Opened(nowMs);
+        EXPECT_EQ(Say("b\r\n"), "2");
+        EXPECT_TRUE(device->OnLine());
+    }
+    EXPECT_THAT(told, IsEmpty());
 }
 
 TEST_F(ReplayTest, AnEndlessLineCostsNoMoreThanItsBeginning)

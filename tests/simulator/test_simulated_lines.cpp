@@ -1,5 +1,6 @@
 #include "simulator/line_client.h"
 #include "simulator/pty_line.h"
+#include "simulator/replay_device.h"
 #include "simulator/simulated_logger.h"
 #include "simulator/tcp_line.h"
 
@@ -66,6 +67,17 @@ std::unique_ptr<TcpLine> tcp(Failure failure = Failure::None)
     auto line = TcpLine::Open(logger(failure), 0, error);
     EXPECT_TRUE(line) << error;
     return line;
+}
+
+// Answers "a" after ten seconds and hangs up a second later.
+std::unique_ptr<ReplayDevice> slowReplay(const std::string& link, const std::string& open,
+                                         ReplayDevice::Openings openings)
+{
+    const RecordedTrace trace =
+        ReadTrace("# harvelop trace 1\n10:00:00.000 " + link + " open " + open + "\n10:00:00.000 " + link +
+                  " out \"a\\r\"\n10:00:10.000 " + link + " in \"b\\n\"\n10:00:11.000 " + link + " lost\n");
+    EXPECT_EQ(trace.lines.size(), 1U);
+    return std::make_unique<ReplayDevice>(trace.lines.front(), openings, ReplayDevice::Pace::AsRecorded);
 }
 
 class PtyLineLink : public testing::Test
@@ -149,6 +161,23 @@ TEST(PtyLine, WhatAFormerUserLeftUnreadIsGone)
     settle(*line);
     const auto client = OpenTerminal(line->Place(), 9600);
     EXPECT_TRUE(ask(*line, client, "TEST0\r\n", "\n").starts_with("T,"));
+}
+
+TEST(PtyLine, WhatAFormerUserDidNotWaitForIsNotSaid)
+{
+    std::string error;
+    const auto line =
+        PtyLine::Open(slowReplay("com1", "\"9600,N,8,1\" 0 \"\"", ReplayDevice::Openings::Vague), 9600, "", error);
+    ASSERT_TRUE(line) << error;
+    {
+        const auto client = OpenTerminal(line->Place(), 9600);
+        settle(*line);
+        EXPECT_TRUE(Send(client, "a\r"));
+        serveNext(*line);
+        EXPECT_EQ(line->NextDueMs(), 10000);
+    }
+    settle(*line);
+    EXPECT_EQ(line->NextDueMs(), SimulatedDevice::Never);
 }
 
 TEST(PtyLine, AnExclusiveHoldEndsWithItsHolder)
@@ -282,6 +311,26 @@ TEST(TcpLine, CutsItsClientOffWhenTheDeviceDropsTheLine)
     while (!line->Waits().empty())
         serveNext(*line);
     EXPECT_FALSE(Connect(line->Place()).IsOpen());
+}
+
+TEST(TcpLine, LetsTheNextClientInWhereTheDeviceHasOnlyHungUp)
+{
+    std::string error;
+    const auto line = TcpLine::Open(slowReplay("tcp1", "\"host:21\"", ReplayDevice::Openings::Exact), 0, error);
+    ASSERT_TRUE(line) << error;
+    for (int i = 0; i < 3; ++i) {
+        const auto client = Connect(line->Place());
+        ASSERT_TRUE(client.IsOpen());
+        serveNext(*line);
+        EXPECT_TRUE(Send(client, "a\r"));
+        serveNext(*line);
+        line->Serve(10000);
+        line->Serve(11000);
+        EXPECT_EQ(ReadUntil(client.Get(), "\n"), "b\n");
+        pollfd hungUp{client.Get(), POLLRDHUP, 0};
+        EXPECT_EQ(poll(&hungUp, 1, PatienceMs), 1);
+        EXPECT_EQ(line->NextDueMs(), SimulatedDevice::Never);
+    }
 }
 
 TEST(TcpLine, APortThatIsTakenIsAnError)
