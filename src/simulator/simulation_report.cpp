@@ -61,11 +61,10 @@ PlacedLine DescribeModem(const ModemSetup& setup, const std::string& place)
 PlacedLine DescribeRecorded(const RecordedLine& recorded, const std::string& place)
 {
     const bool isTcp = recorded.com == 0;
-    return {recorded.com,
-            place,
-            {},
-            isTcp,
-            withSpeed(isTcp, recorded.baud, "as recorded" + (isTcp ? " of " + recorded.host : ""))};
+    std::string about = withSpeed(isTcp, recorded.baud, "as recorded" + (isTcp ? " of " + recorded.host : ""));
+    if (isTcp && place != recorded.host)
+        about += "\n        set its address in the program to " + place;
+    return {recorded.com, place, {}, isTcp, about};
 }
 
 std::string ReportLines(const std::vector<PlacedLine>& lines)

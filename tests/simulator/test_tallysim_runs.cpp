@@ -26,7 +26,8 @@ constexpr const char* Trace = "# harvelop trace 1, test\n"
                               "10:00:02.000 com5 close\n"
                               "10:00:03.000 tcp1 open \"logger.example.org:21\"\n"
                               "10:00:03.100 tcp1 connected\n"
-                              "10:00:03.200 tcp1 in \"220 ready\\r\\n\"\n";
+                              "10:00:03.200 tcp1 in \"220 ready\\r\\n\"\n"
+                              "10:00:03.200 tcp1 lost\n";
 
 TEST_F(TallysimRuns, TheDemoNeedsNoFileAndTellsItsPassword)
 {
@@ -103,6 +104,7 @@ TEST_F(TallysimRuns, ATraceAnswersOnLinesOfItsKinds)
     EXPECT_THAT(told, MatchesRegex("com 3   /dev/pts/[0-9]+ +1200 +as recorded\n"
                                    "com 5   /dev/pts/[0-9]+ +9600 +as recorded\n"
                                    "-       127.0.0.1:[0-9]+ +tcp +as recorded of logger.example.org:21\n"
+                                   "        set its address in the program to 127.0.0.1:[0-9]+\n"
                                    "HARVELOP_COM3=/dev/pts/[0-9]+\nHARVELOP_COM5=/dev/pts/[0-9]+\n"
                                    "TALLYSIM_TCP_3=127.0.0.1:[0-9]+\nready\n"));
     std::string place = told.substr(told.find("HARVELOP_COM3=") + 14);
@@ -110,11 +112,15 @@ TEST_F(TallysimRuns, ATraceAnswersOnLinesOfItsKinds)
     EXPECT_EQ(Ask(line, "TEST0\r\n", "\n"), "T,1:52,5\r\n");
     EXPECT_TRUE(Send(line, "sesame\r\n"));
     EXPECT_EQ(Ask(line, "TEST0\r\n", "\n"), "T,1:52,5\r\n");
-    EXPECT_EQ(Errors(), "tallysim: com3: nothing more comes in the trace; what came is not in the trace and stays "
+    EXPECT_EQ(Errors(), "tallysim: com3: line 3 of the trace did not come; what came is not in the trace and stays "
                         "unanswered\n");
     place = told.substr(told.find("TALLYSIM_TCP_3=") + 15);
-    for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(ReadUntil(Connect(place.substr(0, place.find('\n'))).Get(), "\n"), "220 ready\r\n");
+    for (int i = 0; i < 3; ++i) {
+        const auto caller = Connect(place.substr(0, place.find('\n')));
+        EXPECT_EQ(ReadUntil(caller.Get(), "\n"), "220 ready\r\n");
+        pollfd hungUp{caller.Get(), POLLRDHUP, 0};
+        EXPECT_EQ(poll(&hungUp, 1, PatienceMs), 1);
+    }
     EXPECT_EQ(End(SIGTERM), 0);
 }
 
@@ -123,7 +129,7 @@ TEST_F(TallysimRuns, BadTracesAreToldByLine)
     const std::string path = File(std::string(Trace) + "what\n10:00:04.000 com3 close\n", "trace");
     Start({"--replay", path});
     EXPECT_EQ(End(), 2);
-    EXPECT_EQ(Errors(), "tallysim: " + path + ": line 11: it does not begin with a time\n");
+    EXPECT_EQ(Errors(), "tallysim: " + path + ": line 12: it does not begin with a time\n");
     Start({"--replay", "--fast", folder / "none"});
     EXPECT_EQ(End(), 2);
     EXPECT_EQ(Errors(), "tallysim: cannot read " + std::string(folder / "none") + "\n");
