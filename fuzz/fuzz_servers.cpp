@@ -1,6 +1,7 @@
 // Any bytes as what a mail server, an FTP server and a logger on the network say: each dialogue ends, closes its socket
 // and changes no file.
 #include "fuzz_program.h"
+#include "support/server_accounts.h"
 
 using namespace harvelop;
 
@@ -21,15 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
         t.PlugHost("mail.example", 25, says, true);
         t.PlugHost("ftp.example", 21, says, true);
         t.PlugHost("10.0.0.5", 3000, says, false);
-        Options& options = t.heart.options;
-        options.SMTPServerName = "mail.example";
-        options.SMTPPort = "25";
-        options.SMTPTimeout = options.FTPTimeout = "5";
-        options.SMTPServerRequiresAuthentication = true;
-        options.SMTPAuthenticationType = "LOGIN";
-        options.FTPServername = "ftp.example";
-        options.SMTPUserName = options.FTPUserName = "abc";
-        options.SMTPPassword = options.FTPPassword = "secret";
+        test::UseServers(t.heart.options);
         go(t);
         t.heart.ethernet.CloseEthernet(); // a failed login test leaves its socket to the next one: meant
         t.HoldReleased();

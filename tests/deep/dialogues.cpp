@@ -48,26 +48,14 @@ void dialup(DeepBench& t)
     t.StoreDialup(Older);
     t.PlugPort(modem());
 }
-void servers(DeepBench& t)
-{
-    Options& options = t.heart.options;
-    options.SMTPServerName = "mail.example";
-    options.SMTPPort = "25";
-    options.SMTPTimeout = options.FTPTimeout = "5";
-    options.SMTPServerRequiresAuthentication = true;
-    options.SMTPAuthenticationType = "LOGIN";
-    options.FTPServername = "ftp.example";
-    options.SMTPUserName = options.FTPUserName = "abc";
-    options.SMTPPassword = options.FTPPassword = "secret";
-}
 void mail(DeepBench& t)
 {
-    servers(t);
+    UseServers(t.heart.options);
     t.PlugHost("mail.example", 25, std::make_shared<ScriptedServer>(GoodMailLogin()));
 }
 void ftp(DeepBench& t)
 {
-    servers(t);
+    UseServers(t.heart.options);
     t.PlugHost("ftp.example", 21, std::make_shared<ScriptedServer>(GoodFTP()));
 }
 void unknownOlder(DeepBench& t)

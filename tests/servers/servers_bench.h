@@ -3,6 +3,7 @@
 
 #include "simulator/simulated_device.h"
 #include "support/fake_forms.h"
+#include "support/server_accounts.h"
 #include "support/test_program.h"
 
 #include <algorithm>
@@ -120,15 +121,9 @@ struct ServersBench : TestProgram {
 
     ServersBench()
     {
-        Options& options = heart.options;
-        options.SMTPServerName = "mail.example";
-        options.SMTPPort = "2525";
-        options.SMTPTimeout = "5";
-        options.FTPServername = "ftp.example";
-        options.FTPTimeout = "5";
-        options.SMTPAuthenticationType = "LOGIN";
-        options.SMTPUserName = options.FTPUserName = "abc";
-        options.SMTPPassword = options.FTPPassword = "secret";
+        UseServers(heart.options);
+        heart.options.SMTPPort = "2525";
+        heart.options.SMTPServerRequiresAuthentication = false;
         heart.forms.options = &panel;
         heart.progress.Loaded(&messages);
         panel.caption = PanelCaption;
