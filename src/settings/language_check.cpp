@@ -58,18 +58,32 @@ public:
             for (size_t font = 0; font < LangFonts; ++font)
                 m_fontNamed[font] = m_fontNamed[font] || (line.fonts[font] && !line.fontName.empty());
         });
-        ReadLanguageLines(m_text, [this](const LanguageLine& line) { checkLine(line); });
+        ReadLanguageLines(m_text, [this](const LanguageLine& line) {
+            if (!stopped())
+                checkLine(line);
+        });
+        const bool wasStopped = stopped();
         if (m_unreadFrom != 0)
-            add(m_unreadFrom,
-                "nothing is read from here on: " + std::to_string(MaxMessageLines) + " lines of texts are the most");
+            m_findings.push_back({m_unreadFrom, "nothing is read from here on: " + std::to_string(MaxMessageLines) +
+                                                    " lines of texts are the most"});
+        if (wasStopped)
+            return m_findings;
         for (const int number : m_numbers)
             if (!m_first.contains(number))
-                add(0, "number " + std::to_string(number) + " is missing: " + quoted(EnglishText(number)));
+                m_findings.push_back(
+                    {0, "number " + std::to_string(number) + " is missing: " + quoted(EnglishText(number))});
         return m_findings;
     }
 
 private:
-    void add(int line, std::string text) { m_findings.push_back({line, std::move(text)}); }
+    void add(int line, std::string text)
+    {
+        if (m_findings.size() < MostFindings)
+            m_findings.push_back({line, std::move(text)});
+        else if (!stopped())
+            m_findings.push_back({line, StoppedHere});
+    }
+    bool stopped() const { return m_findings.size() > MostFindings; }
 
     void checkLine(const LanguageLine& line)
     {

@@ -1,5 +1,6 @@
 #include "settings/language_check.h"
 #include "settings/language_template.h"
+#include "settings/message_texts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -186,7 +187,22 @@ TEST(LanguageCheck, EndOfTheReadingIsTold)
         text += "209:1:9:x\n";
     const auto findings = CheckLanguage(text);
     ASSERT_FALSE(findings.empty());
+    const auto before = static_cast<int>(std::count(text.begin(), text.end(), '\n') - 1000);
+    const auto texts = static_cast<int>(TextNumbers().size());
+    EXPECT_EQ(findings.back().line, before + 1000 - texts + 1);
     EXPECT_EQ(findings.back().text, "nothing is read from here on: 1000 lines of texts are the most");
+}
+
+TEST(LanguageCheck, RubbishIsToldOfOnlySoFar)
+{
+    std::string rubbish;
+    for (size_t i = 0; i < 10 * MostFindings; ++i)
+        rubbish += "rubbish\n";
+    const auto findings = CheckLanguage(rubbish);
+    ASSERT_EQ(findings.size(), MostFindings + 1);
+    EXPECT_EQ(findings[MostFindings - 1].text, "passed over: neither a font, a text nor a comment");
+    EXPECT_EQ(findings.back().line, static_cast<int>(MostFindings) + 1);
+    EXPECT_EQ(findings.back().text, StoppedHere);
 }
 
 } // namespace
