@@ -1,7 +1,5 @@
 // The options of `harvelctl add`.
 #include "app/ctl_options.h"
-#include "core/text_lines.h"
-#include "core/text_numbers.h"
 #include "links/link_state.h"
 
 #include <algorithm>
@@ -93,8 +91,7 @@ Error takeSeries(CtlCommand& command, const std::string& value)
 Error takeTimeout(CtlCommand& command, const std::string& value)
 {
     command.logger.timeout = value;
-    const bool digits = value == KeepAllowed(value, TimeoutChars);
-    return digits && !value.empty() ? Error() : Error("--timeout wants a number of seconds");
+    return IsNumber(value) ? Error() : Error("--timeout wants a number of seconds");
 }
 
 CtlOption portOption(std::string_view word, std::string AddValues::*field, std::string_view kind)
@@ -111,17 +108,13 @@ CtlOption portOption(std::string_view word, std::string AddValues::*field, std::
 // The record of a network logger is told by its first colon, so no host can hold one.
 Error takeHost(CtlCommand& command, const std::string& value)
 {
-    constexpr std::string_view Digits = "0123456789";
-    constexpr double HighestPort = 65535;
     const size_t colon = std::min(value.find(':'), value.size());
     const std::string port = value.substr(std::min(colon + 1, value.size()));
-    const double number = port == KeepAllowed(port, Digits) ? ToDouble(port).value_or(0) : 0;
     command.logger.kind = Network;
     command.logger.address = value.substr(0, colon);
     command.logger.tcpPort = port;
     const bool host = colon > 0 && command.logger.address.find_first_of(", \t\r\n") == std::string::npos;
-    return host && number >= 1 && number <= HighestPort ? Error()
-                                                        : Error("--tcp wants HOST:PORT, with a port from 1 to 65535");
+    return host && IsTcpPort(port) ? Error() : Error("--tcp wants HOST:PORT, with a port from 1 to 65535");
 }
 
 } // namespace

@@ -41,22 +41,25 @@ std::vector<const OptionKey*> shownKeys()
     return keys;
 }
 
-// What is told of an option: of a password only whether there is one, as its field shows no more.
-ordered_json toldOf(const Options& options, const OptionKey& row)
+// What is told of an option: of a password only whether there is one, as its field shows no more. An option that `file`
+// has on a password's line holds the password too.
+ordered_json toldOf(const Options& options, const OptionKey& row, const std::string& file)
 {
-    const bool password = row.key.ends_with("Password") && std::holds_alternative<std::string Options::*>(row.variable);
-    if (password && !OptionText(options, row.variable).empty())
+    const auto line = FindOptionLine(file, row.key);
+    const bool password = row.key.ends_with("Password") || (line && IsPasswordLine(*line));
+    if (password && std::holds_alternative<std::string Options::*>(row.variable) &&
+        !OptionText(options, row.variable).empty())
         return "(set)";
     if (std::holds_alternative<float Options::*>(row.variable)) // as the file has it, not the float's nearest double
         return ToDouble(OptionText(options, row.variable)).value_or(0);
     return std::visit([&](auto member) { return ordered_json(options.*member); }, row.variable);
 }
 
-void show(const Options& options, bool json, std::ostream& out)
+void show(const Options& options, const std::string& file, bool json, std::ostream& out)
 {
     ordered_json all = ordered_json::object();
     for (const OptionKey* row : shownKeys()) {
-        const ordered_json& told = all[std::string(row->key)] = toldOf(options, *row);
+        const ordered_json& told = all[std::string(row->key)] = toldOf(options, *row, file);
         if (!json)
             out << row->key << "="
                 << Printable(told.is_string() ? told.get<std::string>() : OptionText(options, row->variable)) << "\n";
@@ -66,12 +69,12 @@ void show(const Options& options, bool json, std::ostream& out)
 }
 
 // Those that are another than before.
-ordered_json changed(const Options& before, const Options& now)
+ordered_json changed(const Options& before, const Options& now, const std::string& file)
 {
     ordered_json all = ordered_json::object();
     for (const OptionKey* row : shownKeys())
         if (OptionText(before, row->variable) != OptionText(now, row->variable))
-            all[std::string(row->key)] = toldOf(now, *row);
+            all[std::string(row->key)] = toldOf(now, *row, file);
     return all;
 }
 
@@ -83,6 +86,7 @@ int WorkOnOptions(Program& program, Console& console, const CtlCommand& command,
     if (!OptionsReadable(p, console) || !LoggersReadable(p, console))
         return CtlFailed;
     p.store.FindComPorts = nullptr; // no port is touched for this
+    const std::string file = p.files.Read(p.state.AppPath + "options.ini").text;
     if (HasOptions(p)) {
         p.store.ReadAllOptions(); // not the language file, which may be what is to be changed
         p.store.LoadTerminalGeometry();
@@ -90,7 +94,7 @@ int WorkOnOptions(Program& program, Console& console, const CtlCommand& command,
         p.options = defaults();
     }
     if (command.edits.empty()) {
-        show(p.options, command.json, out);
+        show(p.options, file, command.json, out);
         return CtlDone;
     }
     const Options before = p.options;
@@ -108,7 +112,7 @@ int WorkOnOptions(Program& program, Console& console, const CtlCommand& command,
         return CtlFailed;
     }
     if (command.json)
-        out << JsonText(changed(before, p.options));
+        out << JsonText(changed(before, p.options, file));
     return CtlDone;
 }
 

@@ -1,6 +1,7 @@
 #include "panels/add_rules.h"
 
 #include "core/text_lines.h"
+#include "core/text_numbers.h"
 
 #include <algorithm>
 
@@ -68,6 +69,23 @@ std::vector<std::string> AddPorts(std::string_view availablePorts)
         availablePorts.remove_prefix(std::min(comma + 1, availablePorts.size()));
     }
     return ports;
+}
+
+bool IsNumber(std::string_view text)
+{
+    return !text.empty() && text == KeepAllowed(text, TimeoutChars);
+}
+
+bool IsNumberUpTo(std::string_view text, double last)
+{
+    const double number = IsNumber(text) ? ToDouble(text).value_or(0) : 0;
+    return number >= 1 && number <= last;
+}
+
+bool IsTcpPort(const std::string& text)
+{
+    constexpr double Highest = 65535;
+    return IsNumberUpTo(text, Highest);
 }
 
 ModelParts SplitModel(const std::string& stored)

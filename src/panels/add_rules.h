@@ -55,6 +55,11 @@ constexpr std::string_view DefaultAddTimeout = "10";
 // The characters that a time-out may hold.
 constexpr std::string_view TimeoutChars = "0123456789";
 
+// Digits and nothing else.
+bool IsNumber(std::string_view text);
+bool IsNumberUpTo(std::string_view text, double last); // from 1
+bool IsTcpPort(const std::string& text);               // from 1 to 65535
+
 // A stored model as the two lists show it. What a model without a series gives for one is never shown nor stored.
 struct ModelParts {
     std::string model;

@@ -15,32 +15,38 @@ namespace
 
 using Refusal = std::optional<std::string>; // what follows the key in the line; none: it is in
 
-// What the field of an option takes.
-struct FieldRule {
-    std::string_view key;
-    std::string_view allowed; // empty: every character
-    size_t longest = 0;       // 0: no bound
-    std::string_view takes = {};
-};
+// At 0 every wait is over at once.
+bool isWait(const std::string& value)
+{
+    constexpr double Longest = 9999;
+    return IsNumberUpTo(value, Longest);
+}
+
+bool isFileName(const std::string& value)
+{
+    return value.find_first_of("/\\") == std::string::npos;
+}
 
 constexpr std::string_view LettersAndPoints = " can hold only the letters A to Z, digits, points and @.";
 
-constexpr FieldRule FieldRules[] = {
-    {"Language", "", 0},
+constexpr std::string_view Seconds = " wants a number of seconds, from 1 to 9999.";
+
+constexpr OptionField Fields[] = {
+    {"Language", "", 0, " wants a name without a folder.", isFileName},
     {"SiteID", "", 0},
-    {"ModemTimeout", TimeoutChars, 0, " wants a number of seconds."},
+    {"ModemTimeout", TimeoutChars, 0, Seconds, isWait},
     {"DesktopDir", DesktopDirChars, 32, " can hold only the letters A to Z, digits and _."},
     {"LogFileSize", SizeChars, 7, " wants a number."},
     {"SMTPServerName", ServerChars, 0, LettersAndPoints},
-    {"SMTPPort", TimeoutChars, 5, " wants a number."},
+    {"SMTPPort", TimeoutChars, 5, " wants a number from 1 to 65535.", IsTcpPort},
     {"SMTPSender", ServerChars, 0, LettersAndPoints},
     {"SMTPUserName", ServerChars, 0, LettersAndPoints},
     {"SMTPPassword", "", 0},
-    {"SMTPTimeout", TimeoutChars, 3, " wants a number of seconds."},
+    {"SMTPTimeout", TimeoutChars, 3, Seconds, isWait},
     {"FTPServername", ServerChars, 0, LettersAndPoints},
     {"FTPUserName", "", 0},
     {"FTPPassword", "", 0},
-    {"FTPTimeout", TimeoutChars, 3, " wants a number of seconds."},
+    {"FTPTimeout", TimeoutChars, 3, Seconds, isWait},
 };
 
 // What the panel keeps disabled while another box is not checked.
@@ -73,11 +79,12 @@ Refusal changeBox(Options& options, bool Options::*box, const std::string& value
     return std::nullopt;
 }
 
-Refusal refusedText(const FieldRule& rule, const std::string& value)
+Refusal refusedText(const OptionField& rule, const std::string& value)
 {
     if (value.find_first_of(CrLf) != std::string::npos)
         return " can't hold a line end.";
-    if (!rule.allowed.empty() && value != KeepAllowed(value, rule.allowed))
+    const bool holds = value.empty() || !rule.holds || rule.holds(value);
+    if (!holds || (!rule.allowed.empty() && value != KeepAllowed(value, rule.allowed)))
         return std::string(rule.takes);
     if (rule.longest > 0 && value.size() > rule.longest)
         return " can't be longer than " + std::to_string(rule.longest) + " characters.";
@@ -102,8 +109,8 @@ Refusal applyEdit(Options& options, const OptionEdit& edit)
             return std::string(held.why);
     if (const auto* box = std::get_if<bool Options::*>(&key->variable))
         return changeBox(options, *box, edit.value);
-    const auto* const rule = std::ranges::find(FieldRules, edit.key, &FieldRule::key);
-    if (rule == std::end(FieldRules))
+    const OptionField* rule = FindOptionField(edit.key);
+    if (!rule)
         return edit.key == "SMTPAuthenticationType" ? " follows from SMTPServerRequiresAuthentication."
                                                     : " can't be changed: the program keeps it by itself.";
     if (Refusal refusal = refusedText(*rule, edit.value))
@@ -116,10 +123,15 @@ Refusal applyEdit(Options& options, const OptionEdit& edit)
 
 } // namespace
 
+const OptionField* FindOptionField(std::string_view key)
+{
+    const auto* const field = std::ranges::find(Fields, key, &OptionField::key);
+    return field == std::end(Fields) ? nullptr : field;
+}
+
 bool IsEditable(const OptionKey& key)
 {
-    return std::holds_alternative<bool Options::*>(key.variable) ||
-           std::ranges::find(FieldRules, key.key, &FieldRule::key) != std::end(FieldRules);
+    return std::holds_alternative<bool Options::*>(key.variable) || FindOptionField(key.key);
 }
 
 std::optional<std::string> ApplyOptionEdits(Options& options, const std::vector<OptionEdit>& edits)

@@ -1,5 +1,5 @@
 // Changes to the options that are told as texts instead of clicks: by the rules of the options panel. What the panel
-// would drop silently is refused here, as nobody watches the field.
+// would drop silently is refused here, as nobody watches the field, and so is what can't do what it should.
 #pragma once
 
 #include "settings/option_keys.h"
@@ -10,6 +10,18 @@
 
 namespace harvelop
 {
+
+// What the panel's field of an option takes.
+struct OptionField {
+    std::string_view key;
+    std::string_view allowed; // empty: every character
+    size_t longest = 0;       // 0: no bound
+    std::string_view takes = {};
+    bool (*holds)(const std::string& value) = nullptr; // whether a value that is not empty can do what it should
+};
+
+// By the key in the file; nullptr for what has no such field.
+const OptionField* FindOptionField(std::string_view key);
 
 // An option by its key in the file, and what it is to hold. A box is "0" or "1", also "False" or "True".
 struct OptionEdit {

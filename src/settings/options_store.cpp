@@ -28,11 +28,16 @@ std::optional<OptionLine> FindOptionLine(std::string_view text, std::string_view
             continue;
         const size_t equals = line.find('=');
         if (equals != std::string_view::npos)
-            return OptionLine{number, std::string(line.substr(equals + 1))};
+            return OptionLine{number, std::string(line.substr(0, equals)), std::string(line.substr(equals + 1))};
         if (line.size() > LongestLineWithoutValue)
             break;
     }
     return std::nullopt;
+}
+
+bool IsPasswordLine(const OptionLine& line)
+{
+    return HoldsIgnoringCase(line.key, "Password");
 }
 
 std::string OptionsStore::path() const

@@ -14,15 +14,19 @@
 namespace harvelop
 {
 
-// A line of the options file, and what stands behind its first "=".
+// A line of the options file: what stands before its first "=" and behind it.
 struct OptionLine {
     int number = 0; // from 1
+    std::string key;
     std::string value;
 };
 
 // The line that a key is read from: the first one that holds it anywhere, also within another key's value: that is
 // meant. None if there is none.
 std::optional<OptionLine> FindOptionLine(std::string_view text, std::string_view key);
+
+// Whether the line is a password's: no option that is read from it may be shown.
+bool IsPasswordLine(const OptionLine& line);
 
 class OptionsStore
 {

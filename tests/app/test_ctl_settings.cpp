@@ -87,8 +87,11 @@ TEST(CtlSettings, WhatThePanelWouldDropIsRefusedAndNotToldBack)
     OptionsCtl t;
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"SMTPServerName=mail-1", "SMTPServerName can hold only the letters A to Z, digits, points and @."},
-        {"SMTPPort=123456", "SMTPPort can't be longer than 5 characters."},
-        {"SMTPPort=x", "SMTPPort wants a number."},
+        {"SMTPPort=000025", "SMTPPort can't be longer than 5 characters."},
+        {"SMTPPort=99999", "SMTPPort wants a number from 1 to 65535."},
+        {"SMTPPort=x", "SMTPPort wants a number from 1 to 65535."},
+        {"FTPTimeout=0", "FTPTimeout wants a number of seconds, from 1 to 9999."},
+        {"Language=../English", "Language wants a name without a folder."},
         {"SMTPPassword=secret", "SMTPPassword can be changed only while SMTPServerRequiresAuthentication is on."},
         {"DesktopDir=x", "DesktopDir can be changed only while SaveToDesktop is on."},
         {"LogFileSize=1.2.3", "LogFileSize wants a number."},
@@ -100,6 +103,15 @@ TEST(CtlSettings, WhatThePanelWouldDropIsRefusedAndNotToldBack)
     };
     for (const auto& [edit, refusal] : cases)
         EXPECT_EQ(t.Refusal({"options", "ShowDir=0", edit}), refusal + "\n");
+}
+
+TEST(CtlSettings, AnOptionThatIsReadFromAPasswordsLineIsNotShownEither)
+{
+    OptionsCtl t;
+    t.File("options.ini") = "FTPPassword=myIconsPw\r\n";
+    EXPECT_EQ(t.Run({"options"}), CtlDone);
+    EXPECT_NE(t.out.str().find("\nIcons=(set)\n"), std::string::npos) << t.out.str();
+    EXPECT_EQ(t.out.str().find("myIconsPw"), std::string::npos);
 }
 
 TEST(CtlSettings, APasswordIsStoredButNotTold)
