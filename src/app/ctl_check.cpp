@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <ranges>
 #include <set>
 
 namespace harvelop
@@ -63,12 +64,6 @@ std::vector<std::string> namesIn(const std::string& directory)
     return names;
 }
 
-std::string lineOf(const FileFinding& row)
-{
-    const std::string place = row.finding.line > 0 ? ":" + std::to_string(row.finding.line) : std::string();
-    return row.file + place + ": " + Printable(row.finding.text) + "\n";
-}
-
 const char* wordOf(Oddity oddity)
 {
     switch (oddity) {
@@ -89,17 +84,20 @@ public:
 
     std::vector<FileFinding> Run()
     {
-        const std::string options = take(OptionsFile, CheckOptions);
+        const std::string options = take(OptionsFile, CheckOptions, IsFreeOption).value_or("");
         const LoggerSurroundings surroundings = {iconsIn(options),
                                                  [this](const std::string& path) { return isSaveFolder(path); },
                                                  [this](const std::string& name) { return isProgram(name); }};
-        take(FoundFile, [&](const std::string& text) { return CheckLoggers(text, surroundings); });
-        checkMode(OptionsFile, holdsAccountPassword(options));
+        const bool found =
+            take(FoundFile, [&](const std::string& text) { return CheckLoggers(text, surroundings); }).has_value();
+        if (holdsAccountPassword(options))
+            checkSecrecy(OptionsFile);
         take(MarkFile, CheckInstallMark);
         checkLoggersFiles();
+        const bool listsKnown = found && m_program.records.Saved(); // taken in whole
         checkLanguage(options);
         for (const std::string& name : namesIn(m_program.state.AppPath)) {
-            if (isListFile(name) && !m_lists.contains(name))
+            if (listsKnown && isListFile(name) && !m_lists.contains(name))
                 add(name, {0, Oddity::PassedOver, "belongs to no logger"});
             if (isLeftover(name))
                 add(name, {0, Oddity::PassedOver, "is left over from a save that was interrupted"});
@@ -110,20 +108,25 @@ public:
 private:
     void add(const std::string& file, const Finding& finding) { m_rows.push_back({file, finding}); }
 
-    // Checks a file and gives its text; a missing one is none to check.
-    template <typename Check> std::string take(const std::string& name, const Check& check)
+    // Checks a file and gives its text; none of one that is missing or can't be read.
+    template <typename Check>
+    std::optional<std::string> take(const std::string& name, const Check& check,
+                                    bool (*isFree)(std::string_view line) = nullptr)
     {
         const FileText file = m_program.files.Read(m_program.state.AppPath + name);
         if (file.state == FileState::Unreadable)
             add(name, {0, Oddity::PassedOver, "can't be read"});
         if (file.state != FileState::Read)
-            return {};
+            return std::nullopt;
+        checkMode(name, fs::perms::group_write | fs::perms::others_write, "can be changed by others");
         Findings findings = check(file.text);
-        const Findings bytes = CheckBytes(file.text);
+        const Findings bytes = CheckBytes(file.text, isFree);
         findings.insert(findings.end(), bytes.begin(), bytes.end());
         std::ranges::stable_sort(findings, {}, &Finding::line);
-        for (const Finding& finding : findings)
+        for (const Finding& finding : findings | std::views::take(MostFindings))
             add(name, finding);
+        if (findings.size() > MostFindings)
+            add(name, {findings[MostFindings].line, Oddity::Risk, StoppedHere});
         return file.text;
     }
 
@@ -142,7 +145,8 @@ private:
             if (m_lists.insert(name).second)
                 take(name, [&](const std::string& text) { return CheckDeliveryList(text, record.LoggerModel); });
         }
-        checkMode(FoundFile, password);
+        if (password)
+            checkSecrecy(FoundFile);
     }
 
     void checkLanguage(const std::string& options)
@@ -162,13 +166,17 @@ private:
             add(name, {finding.line, Oddity::Risk, finding.text});
     }
 
-    void checkMode(const char* name, bool holdsPassword)
+    void checkMode(const std::string& name, fs::perms odd, const char* what)
     {
         std::error_code error; // a file that is not there has no mode
         const fs::perms mode = fs::status(m_program.state.AppPath + name, error).permissions();
-        constexpr fs::perms Others = fs::perms::group_read | fs::perms::others_read;
-        if (!error && holdsPassword && (mode & Others) != fs::perms::none)
-            add(name, {0, Oddity::Risk, "holds a password and can be read by others"});
+        if (!error && (mode & odd) != fs::perms::none)
+            add(name, {0, Oddity::Risk, what});
+    }
+
+    void checkSecrecy(const char* name)
+    {
+        checkMode(name, fs::perms::group_read | fs::perms::others_read, "holds a password and can be read by others");
     }
 
     static bool holdsAccountPassword(const std::string& options)
@@ -213,21 +221,27 @@ private:
 
 } // namespace
 
+std::string FindingLine(const std::string& file, int line, const std::string& text)
+{
+    return Printable(file + (line > 0 ? ":" + std::to_string(line) : "") + ": " + text) + "\n";
+}
+
 int CheckDirectory(Program& program, const CtlCommand& command, std::ostream& out)
 {
     program.files.ChangeNothing();
     const auto rows = DirectoryCheck(program).Run();
-    ordered_json all = ordered_json::array();
-    for (const FileFinding& row : rows)
-        all.push_back({{"file", row.file},
-                       {"line", row.finding.line},
-                       {"kind", wordOf(row.finding.oddity)},
-                       {"text", row.finding.text}});
-    if (command.json)
-        out << JsonText(all);
-    else
+    if (command.json) {
+        ordered_json all = ordered_json::array();
         for (const FileFinding& row : rows)
-            out << lineOf(row);
+            all.push_back({{"file", row.file},
+                           {"line", row.finding.line},
+                           {"kind", wordOf(row.finding.oddity)},
+                           {"text", row.finding.text}});
+        out << JsonText(all);
+    } else {
+        for (const FileFinding& row : rows)
+            out << FindingLine(row.file, row.finding.line, row.finding.text);
+    }
     return rows.empty() ? CtlDone : CtlFailed;
 }
 

@@ -1,25 +1,13 @@
 #include "app/ctl_language.h"
 
+#include "app/ctl_check.h"
 #include "app/ctl_commands.h"
 #include "app/ctl_json.h"
-#include "app/ctl_output.h"
 #include "settings/language_check.h"
 #include "settings/language_template.h"
 
 namespace harvelop
 {
-
-namespace
-{
-
-// As compilers name a place, so that editors can jump to it; what no line holds has the name of the file alone.
-std::string lineOf(const std::string& file, const LanguageFinding& finding)
-{
-    const std::string place = finding.line > 0 ? file + ":" + std::to_string(finding.line) : file;
-    return place + ": " + finding.text;
-}
-
-} // namespace
 
 int WriteLanguageTemplate(std::ostream& out)
 {
@@ -43,7 +31,7 @@ int CheckLanguageFile(Program& program, Console& console, const CtlCommand& comm
         out << JsonText(all);
     } else {
         for (const LanguageFinding& finding : findings)
-            out << Printable(lineOf(command.file, finding)) << "\n";
+            out << FindingLine(command.file, finding.line, finding.text);
     }
     return findings.empty() ? CtlDone : CtlFailed;
 }

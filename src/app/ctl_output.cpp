@@ -2,6 +2,7 @@
 
 #include "app/ctl_json.h"
 #include "identify/logger_viewing.h"
+#include "panels/field_check.h"
 
 #include <algorithm>
 #include <array>
@@ -44,21 +45,6 @@ std::string seriesOf(const std::string& model)
     constexpr std::string_view Word = " Series ";
     const size_t at = model.rfind(Word);
     return at == std::string::npos ? std::string() : model.substr(at + Word.size());
-}
-
-// "A" for the entries that the model's family names, a number for the rest.
-std::string entryName(const LoggerRecord& record, int entry)
-{
-    const auto letters = ScheduleLetters(record.LoggerModel);
-    const auto index = static_cast<size_t>(entry);
-    return index < letters.size() ? std::string(1, letters[index]) : std::to_string(entry);
-}
-
-// "LoggerPort", or an entry as "ScheduleOn.A".
-std::string fieldName(const LoggerRecord& record, const RecordField& field)
-{
-    const std::string entry = field.kind == RecordField::Kind::Schedule ? "." + entryName(record, field.entry) : "";
-    return std::string(field.table) + entry;
 }
 
 } // namespace
@@ -124,7 +110,7 @@ std::string LoggerAsText(const LoggerRecord& record)
 {
     std::string lines;
     for (const auto& field : AllRecordFields()) {
-        lines += fieldName(record, field) + "=" + Printable(FieldText(record, field)) + "\n";
+        lines += FieldName(field, record.LoggerModel) + "=" + Printable(FieldText(record, field)) + "\n";
     }
     return lines;
 }
@@ -144,9 +130,9 @@ std::string ChangesAsJson(const LoggerRecord& before, const LoggerRecord& now)
         if (value == FieldText(before, field))
             continue;
         if (field.kind == RecordField::Kind::Integer)
-            changes[fieldName(now, field)] = now.*field.integer;
+            changes[FieldName(field, now.LoggerModel)] = now.*field.integer;
         else
-            changes[fieldName(now, field)] = value;
+            changes[FieldName(field, now.LoggerModel)] = value;
     }
     return JsonText(changes);
 }

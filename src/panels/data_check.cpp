@@ -21,12 +21,12 @@ bool holdsControls(std::string_view line)
     return std::ranges::any_of(line, [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; });
 }
 
-void checkCharacters(std::string_view line, int number, Findings& findings)
+void checkCharacters(std::string_view line, int number, bool (*isFree)(std::string_view line), Findings& findings)
 {
     constexpr std::string_view Mark = "\xEF\xBB\xBF";
     if (number == 1 && line.starts_with(Mark))
         findings.push_back({number, Oddity::Risk, "begins with a byte order mark, which is taken as text"});
-    if (holdsControls(line))
+    if (holdsControls(line) && !(isFree && isFree(line)))
         findings.push_back({number, Oddity::Risk, "holds control characters"});
     if (FirstBadByte(line))
         findings.push_back({number, Oddity::Risk, "holds bytes that are no UTF-8"});
@@ -34,15 +34,15 @@ void checkCharacters(std::string_view line, int number, Findings& findings)
 
 } // namespace
 
-Findings CheckBytes(std::string_view text)
+Findings CheckBytes(std::string_view text, bool (*isFree)(std::string_view line))
 {
     Findings findings;
     bool told = false; // of the line ends the first odd one is enough
     int number = 1;
-    for (size_t at = 0; at < text.size(); ++number) {
+    for (size_t at = 0; at < text.size() && findings.size() <= MostFindings; ++number) {
         const size_t end = std::min(text.find_first_of(CrLf, at), text.size());
         const std::string_view ending = text.substr(end, text.substr(end).starts_with(CrLf) ? CrLf.size() : 1);
-        checkCharacters(text.substr(at, end - at), number, findings);
+        checkCharacters(text.substr(at, end - at), number, isFree, findings);
         if (ending != CrLf && !told) {
             const std::string how = ending.empty() ? "has no line end" : ending == "\n" ? "ends in LF" : "ends in CR";
             findings.push_back({number, Oddity::Changed, how + ", not in CR LF"});
@@ -72,14 +72,15 @@ public:
     void Take(int number, std::string_view line)
     {
         constexpr size_t KeyLength = 2;
-        const auto schedule = line.empty() ? std::nullopt : ListScheduleOf(line[0], m_kr4);
         const char mark = line.size() < KeyLength ? '\0' : line[1];
-        if (!schedule || (mark != ';' && mark != ':')) {
+        constexpr bool OfEither = true; // the newer family has every schedule that the older one has
+        if ((mark != ';' && mark != ':') || !ListScheduleOf(line[0], OfEither)) {
             add(number, Oddity::PassedOver, "is neither a description nor an address");
             return;
         }
+        const auto schedule = ListScheduleOf(line[0], m_kr4);
         const std::string value(line.substr(KeyLength));
-        if (m_keys.find(line[0]) == std::string::npos)
+        if (!schedule || !Holds(m_keys, line.substr(0, 1)))
             add(number, Oddity::Changed, "the logger has no such schedule; the next save drops the line");
         else if (mark == ';')
             takeDescription(number, *schedule, value);
@@ -112,7 +113,7 @@ private:
         if (value.empty())
             add(number, Oddity::Changed, "an empty address, which takes a place until the next save");
         else if (!IsAddress(value))
-            add(number, Oddity::Risk, "is no address that a list can hold");
+            add(number, Oddity::Risk, "does not look like an address");
         else if (!m_addresses.emplace(schedule, value).second)
             add(number, Oddity::Risk, value + " stands in this list already");
     }
@@ -131,7 +132,7 @@ Findings CheckDeliveryList(std::string_view text, std::string_view model)
     ListCheck check(model);
     LineReader lines(text);
     std::string_view line;
-    for (int number = 1; lines.Next(line); ++number)
+    for (int number = 1; check.findings.size() <= MostFindings && lines.Next(line); ++number)
         check.Take(number, line);
     return check.findings;
 }
@@ -144,7 +145,7 @@ Findings CheckInstallMark(std::string_view text)
     std::string_view line;
     if (!lines.Next(line) || line.size() < ShortestMark)
         findings.push_back({1, Oddity::Changed, "is too short for a mark; the next start sets the directory up anew"});
-    for (int number = 2; lines.Next(line); ++number)
+    for (int number = 2; findings.size() <= MostFindings && lines.Next(line); ++number)
         findings.push_back({number, Oddity::PassedOver, "only the first line counts"});
     return findings;
 }

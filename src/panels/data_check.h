@@ -2,6 +2,8 @@
 // and edit them, and tells no values but addresses: the rest may be somebody's password.
 #pragma once
 
+#include "settings/language_check.h" // MostFindings
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -24,8 +26,13 @@ struct Finding {
 };
 using Findings = std::vector<Finding>;
 
-// The bytes and line ends of a file that is written with CR LF.
-Findings CheckBytes(std::string_view text);
+// All that look into a text stop reading once they have more than `MostFindings`.
+
+// The bytes and line ends of a file that is written with CR LF. Lines that `isFree` names may hold control characters.
+Findings CheckBytes(std::string_view text, bool (*isFree)(std::string_view line) = nullptr);
+
+// Whether a line of `options.ini` belongs to an option whose field takes every character.
+bool IsFreeOption(std::string_view line);
 
 // `options.ini`, but for its bytes.
 Findings CheckOptions(std::string_view text);

@@ -3,6 +3,7 @@
 #include "core/text_lines.h"
 #include "core/text_numbers.h"
 #include "identify/model_set_up.h"
+#include "links/link_state.h"
 #include "panels/add_rules.h"
 #include "panels/panel_rules.h"
 #include "panels/table_name_rules.h"
@@ -16,24 +17,11 @@ namespace harvelop
 namespace
 {
 
-constexpr std::string_view Digits = "0123456789";
-
 struct Value {
     const LoggerRecord& record;
     const std::string& text;
     const LoggerSurroundings& use;
 };
-
-bool isNumber(const std::string& text)
-{
-    return !text.empty() && text == KeepAllowed(text, Digits);
-}
-
-bool isNumberUpTo(const std::string& text, double last)
-{
-    const double number = isNumber(text) ? ToDouble(text).value_or(0) : 0;
-    return number >= 1 && number <= last;
-}
 
 template <typename Entries> bool isOneOf(const Entries& entries, std::string_view text)
 {
@@ -47,7 +35,7 @@ bool isEmpty(const Value& v)
 
 bool isDecimal(const Value& v)
 {
-    return isNumber(v.text);
+    return IsNumber(v.text);
 }
 
 bool isBox(const Value& v)
@@ -62,15 +50,13 @@ bool isBoxOrEmpty(const Value& v)
 
 bool isComPort(const Value& v)
 {
-    constexpr double ComPortCount = 16;
-    return isNumberUpTo(v.text, ComPortCount);
+    return IsNumberUpTo(v.text, ComPorts);
 }
 
 bool isHostAndPort(const Value& v)
 {
-    constexpr double HighestPort = 65535;
     const std::string& host = v.record.LoggerHost;
-    return !host.empty() && !Holds(host, " ") && isNumberUpTo(v.record.LoggerTcpPort, HighestPort);
+    return !host.empty() && !Holds(host, " ") && IsTcpPort(v.record.LoggerTcpPort);
 }
 
 bool isModel(const Value& v)
@@ -105,7 +91,7 @@ bool isFlow(const Value& v)
 
 bool isRecords(const Value& v)
 {
-    return !IsKR4(v.record.LoggerModel) || v.text == KeepAllowed(v.text, Digits);
+    return !IsKR4(v.record.LoggerModel) || v.text.empty() || IsNumber(v.text);
 }
 
 bool isSaveFolder(const Value& v)
@@ -183,8 +169,9 @@ constexpr FieldRule FieldRules[] = {
     {"LoggerTimeout", "", isDecimal, "wants a number of seconds"},
 };
 
-// "ScheduleOn.A"; behind the schedules of its family an entry has a number.
-std::string nameOf(const RecordField& field, const std::string& model)
+} // namespace
+
+std::string FieldName(const RecordField& field, const std::string& model)
 {
     std::string name(field.table);
     if (field.kind != RecordField::Kind::Schedule)
@@ -194,12 +181,10 @@ std::string nameOf(const RecordField& field, const std::string& model)
     return name + "." + (entry < letters.size() ? std::string(1, letters[entry]) : std::to_string(entry));
 }
 
-} // namespace
-
-std::optional<Finding> CheckField(const RecordField& field, const LoggerRecord& record, const std::string& raw,
+std::optional<Finding> CheckField(const RecordField& field, const LoggerRecord& record, std::string_view raw,
                                   const LoggerSurroundings& surroundings)
 {
-    const std::string name = nameOf(field, record.LoggerModel) + " ";
+    const std::string name = FieldName(field, record.LoggerModel) + " ";
     if (field.kind == RecordField::Kind::Integer && !ToInt16(raw))
         return Finding{0, Oddity::PassedOver, name + "wants a number"};
     const std::string text = FieldText(record, field);
@@ -215,7 +200,7 @@ std::optional<Finding> CheckField(const RecordField& field, const LoggerRecord& 
 bool IsIconKey(const std::string& text)
 {
     constexpr std::string_view Mark = "::";
-    return text.starts_with(Mark) && isNumber(text.substr(Mark.size()));
+    return text.starts_with(Mark) && IsNumber(std::string_view(text).substr(Mark.size()));
 }
 
 } // namespace harvelop

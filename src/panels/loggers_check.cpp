@@ -7,6 +7,7 @@
 #include "settings/logger_records.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 namespace harvelop
@@ -15,15 +16,21 @@ namespace harvelop
 namespace
 {
 
-std::vector<std::string> fieldsOf(std::string_view text)
+struct Fields {
+    std::array<std::string_view, RecordFields> texts;
+    size_t count = 0; // with those that are too many
+};
+
+// The last one may have no comma behind it.
+Fields fieldsOf(std::string_view text)
 {
-    std::vector<std::string> fields;
-    for (size_t comma = text.find(','); comma != std::string_view::npos; comma = text.find(',')) {
-        fields.emplace_back(text.substr(0, comma));
-        text.remove_prefix(comma + 1);
+    Fields fields;
+    for (; !text.empty(); ++fields.count) {
+        const size_t comma = std::min(text.find(','), text.size());
+        if (fields.count < fields.texts.size())
+            fields.texts[fields.count] = text.substr(0, comma);
+        text.remove_prefix(std::min(comma + 1, text.size()));
     }
-    if (!text.empty())
-        fields.emplace_back(text); // what no comma ends
     return fields;
 }
 
@@ -40,6 +47,7 @@ public:
 
     void Take(int line, std::string_view text)
     {
+        m_lines.push_back(text);
         const size_t key = FindIgnoringCase(text, RecordKey);
         if (key == std::string_view::npos) {
             add(line, Oddity::PassedOver, "is no logger; the next save drops it");
@@ -56,20 +64,18 @@ public:
         }
         checkHead(line, text, key, record);
         checkRecord(line, std::string(record));
-        m_lines.emplace_back(text);
-        m_lineNumbers.push_back(line);
     }
 
     // What only shows between the loggers.
     void Finish()
     {
         for (const auto& [key, line] : m_keys) {
-            size_t first = 0;
-            while (!Holds(m_lines[first], key))
-                ++first;
-            const int found = m_lineNumbers[first];
+            const auto first = std::ranges::find_if(m_lines, [&](std::string_view text) { return Holds(text, key); });
+            const auto found = static_cast<int>(first - m_lines.begin()) + 1;
             if (found != line)
-                add(line, Oddity::Risk, "a shortcut to " + key + " finds line " + std::to_string(found) + " first");
+                add(line, Oddity::Risk,
+                    "a shortcut to " + key + " finds line " + std::to_string(found) + " first" +
+                        (HoldsIgnoringCase(*first, RecordKey) ? "" : ", which is no logger"));
             const auto number = ToDouble(std::string_view(key).substr(2));
             if (m_use.icons && number && *number > *m_use.icons)
                 add(line, Oddity::Risk,
@@ -86,7 +92,11 @@ private:
     void checkHead(int line, std::string_view text, size_t key, std::string_view record)
     {
         const std::string number = std::to_string(++m_records);
-        if (text.substr(0, key) != number)
+        if (ToInt16(text.substr(0, std::min(key, NumberReach))) != m_count)
+            add(line, Oddity::Risk,
+                "wants the number " + std::to_string(m_count) +
+                    " in front: a shortcut goes by the number that it finds");
+        else if (text.substr(0, key) != number)
             add(line, Oddity::Changed, "wants the number " + number + " in front");
         if (text.substr(key).substr(0, RecordKey.size()) != RecordKey)
             add(line, Oddity::Changed, std::string(RecordKey) + " is spelled otherwise");
@@ -98,14 +108,14 @@ private:
     {
         const size_t before = findings.size();
         const auto fields = fieldsOf(text);
-        if (fields.size() != RecordFields || !text.ends_with(','))
-            add(line, fields.size() > RecordFields ? Oddity::Changed : Oddity::PassedOver,
-                "holds " + std::to_string(fields.size()) + " fields; a logger has 93, each with a comma behind it");
+        if (fields.count != RecordFields || !text.ends_with(','))
+            add(line, fields.count > RecordFields ? Oddity::Changed : Oddity::PassedOver,
+                "holds " + std::to_string(fields.count) + " fields; a logger has 93, each with a comma behind it");
         LoggerRecord record;
         ParseRecord(text, record);
         for (const RecordField& field : AllRecordFields())
-            if (static_cast<size_t>(field.number) <= fields.size())
-                if (auto odd = CheckField(field, record, fields[static_cast<size_t>(field.number - 1)], m_use))
+            if (static_cast<size_t>(field.number) <= fields.count)
+                if (auto odd = CheckField(field, record, fields.texts[static_cast<size_t>(field.number - 1)], m_use))
                     add(line, odd->oddity, odd->text);
         if (const auto twice = FirstDuplicate(record.LoggerTableNames))
             add(line, Oddity::Risk, "two schedules have the same table name");
@@ -128,11 +138,10 @@ private:
     }
 
     const LoggerSurroundings& m_use;
-    int m_count = 0;   // lines that are read
-    int m_records = 0; // of them those that hold something
-    std::vector<std::string_view> m_lines;
-    std::vector<int> m_lineNumbers;
-    std::map<std::string, int> m_places; // the first line of each
+    int m_count = 0;                       // lines that are read
+    int m_records = 0;                     // of them those that hold something
+    std::vector<std::string_view> m_lines; // all of them: a shortcut looks into every one
+    std::map<std::string, int> m_places;   // the first line of each
     std::map<std::string, int> m_keys;
 };
 
@@ -143,7 +152,7 @@ Findings CheckLoggers(std::string_view text, const LoggerSurroundings& surroundi
     LoggersCheck check(surroundings);
     LineReader lines(text);
     std::string_view line;
-    for (int number = 1; lines.Next(line); ++number)
+    for (int number = 1; check.findings.size() <= MostFindings && lines.Next(line); ++number)
         check.Take(number, line);
     check.Finish();
     return check.findings;

@@ -1,8 +1,10 @@
 // What is odd in `options.ini`.
 #include "core/text_lines.h"
 #include "core/text_numbers.h"
+#include "links/link_state.h"
 #include "panels/add_rules.h"
 #include "panels/data_check.h"
+#include "panels/option_edits.h"
 #include "panels/options_rules.h"
 #include "settings/logger_record.h"
 #include "settings/option_keys.h"
@@ -16,8 +18,6 @@ namespace harvelop
 
 namespace
 {
-
-constexpr double ComPortCount = 16;
 
 std::string_view keyIn(std::string_view line)
 {
@@ -48,43 +48,28 @@ std::string_view wantedBy(const OptionVariable& variable)
     return std::holds_alternative<std::int16_t Options::*>(variable) ? "wants a whole number" : "wants a number";
 }
 
-bool isBetween(const std::string& value, double first, double last)
-{
-    const auto number = ToDouble(value);
-    return number && *number >= first && *number <= last;
-}
-
-bool isSeconds(const std::string& value)
-{
-    return value == KeepAllowed(value, TimeoutChars);
-}
-
-bool isTcpPort(const std::string& value)
-{
-    constexpr double Highest = 65535;
-    return value.empty() || (isSeconds(value) && isBetween(value, 1, Highest));
-}
-
 bool isPortList(const std::string& value)
 {
     const auto ports = AddPorts(value);
-    return value == "0" || value.empty() ||
-           std::ranges::all_of(ports, [](const std::string& port) { return isBetween(port, 1, ComPortCount); });
+    const bool commas = value.ends_with(',') && static_cast<size_t>(std::ranges::count(value, ',')) == ports.size();
+    return value == "0" ||
+           (commas && std::ranges::all_of(ports, [](const std::string& p) { return IsNumberUpTo(p, ComPorts); }));
 }
 
 bool isSearchChoice(const std::string& value)
 {
-    return value.empty() || isBetween(value, -1, ComPortCount);
+    return value.empty() || value == "-1" || value == "0" || IsNumberUpTo(value, ComPorts);
 }
 
 bool isListPlace(const std::string& value)
 {
-    return isBetween(value, -1, MaxLoggers);
+    const auto place = ToInt16(value);
+    return place && *place >= -1 && *place <= MaxLoggers;
 }
 
 bool isCounter(const std::string& value)
 {
-    return isSeconds(value) && ToDouble(value).has_value();
+    return IsNumber(value) && ToDouble(value);
 }
 
 bool isSize(const std::string& value)
@@ -103,41 +88,25 @@ bool isSender(const std::string& value)
     return value.empty() || IsAddress(value);
 }
 
-bool isDesktopName(const std::string& value)
-{
-    return value == KeepAllowed(value, DesktopDirChars);
-}
-
-bool isServerText(const std::string& value)
-{
-    return value == KeepAllowed(value, ServerChars);
-}
-
 struct ValueRule {
     std::string_view key;
     bool (*holds)(const std::string& value);
     std::string_view otherwise;
-    Oddity oddity = Oddity::Risk;
 };
 
-constexpr std::string_view DroppedByPanel = "holds characters that the options panel drops";
+constexpr std::string_view LessThanNothing = "can't be less than 0";
 
 constexpr ValueRule ValueRules[] = {
     {"AvailablePorts", isPortList, "wants numbers from 1 to 16, each followed by a comma, or 0"},
-    {"ModemTimeout", isSeconds, "wants a number of seconds"},
-    {"SMTPTimeout", isSeconds, "wants a number of seconds"},
-    {"FTPTimeout", isSeconds, "wants a number of seconds"},
     {"LastSearch", isSearchChoice, "wants a number from 0 to 16"},
     {"LastUtallyCore", isListPlace, "names no place in the list of loggers"},
-    {"LogFileSize", isSize, "can't be less than 0"},
-    {"SMTPPort", isTcpPort, "wants a number from 1 to 65535"},
+    {"LogFileSize", isSize, LessThanNothing},
+    {"TerminalWidth", isSize, LessThanNothing},
+    {"TerminalHeight", isSize, LessThanNothing},
+    {"TransmitHeight1", isSize, LessThanNothing},
     {"SMTPAuthenticationType", isAuthentication, "wants PLAIN, LOGIN or CRAM-MD5"},
-    {"SMTPSender", isSender, "is no address"},
+    {"SMTPSender", isSender, "does not look like an address"},
     {"Icons", isCounter, "wants a number: without it no new logger gets a key"},
-    {"DesktopDir", isDesktopName, DroppedByPanel, Oddity::Changed},
-    {"SMTPServerName", isServerText, DroppedByPanel, Oddity::Changed},
-    {"SMTPUserName", isServerText, DroppedByPanel, Oddity::Changed},
-    {"FTPServername", isServerText, DroppedByPanel, Oddity::Changed},
 };
 
 class OptionsCheck
@@ -175,7 +144,9 @@ public:
             const auto read = FindOptionLine(text, row.key);
             if (read && (own == m_lines.end() || own->second != read->number))
                 add(read->number, Oddity::Risk,
-                    "holds the word " + std::string(row.key) + ", so it is what this option is read from");
+                    IsPasswordLine(*read) // the word may be a piece of the password
+                        ? "is what another option is read from"
+                        : "holds the word " + std::string(row.key) + ", so it is what this option is read from");
             if (own == m_lines.end() && isDefaultKey(row.key))
                 add(0, Oddity::Changed, named(row.key) + "is missing");
         }
@@ -198,10 +169,28 @@ private:
         }
         for (const ValueRule& rule : ValueRules)
             if (rule.key == row.key && !rule.holds(value))
-                add(number, rule.oddity, named(row.key) + std::string(rule.otherwise));
+                add(number, Oddity::Risk, named(row.key) + std::string(rule.otherwise));
+        if (std::holds_alternative<std::string Options::*>(row.variable))
+            takeText(number, row.key, value);
         const bool box = std::holds_alternative<bool Options::*>(row.variable); // "1" is as good as "True"
         if (!box && OptionText(scratch, row.variable) != value)
             add(number, Oddity::Changed, named(row.key) + "is spelled otherwise than the program spells it");
+    }
+
+    // What the panel's field makes of it.
+    void takeText(int number, std::string_view key, const std::string& value)
+    {
+        const OptionField* field = FindOptionField(key);
+        if (!field || value.empty())
+            return;
+        if (field->holds && !field->holds(value))
+            add(number, Oddity::Risk,
+                std::string(key).append(field->takes.substr(0, field->takes.size() - 1))); // without its point
+        else if (!field->allowed.empty() && value != KeepAllowed(value, field->allowed))
+            add(number, Oddity::Changed, named(key) + "holds characters that the options panel drops");
+        else if (field->longest > 0 && value.size() > field->longest)
+            add(number, Oddity::Changed,
+                named(key) + "is longer than the " + std::to_string(field->longest) + " characters of its field");
     }
 
     std::map<std::string, int, std::less<>> m_lines; // the first line of each key
@@ -209,14 +198,22 @@ private:
 
 } // namespace
 
+bool IsFreeOption(std::string_view line)
+{
+    const OptionKey* row = savedKey(keyIn(line));
+    const OptionField* field = row ? FindOptionField(row->key) : nullptr;
+    return field && field->allowed.empty();
+}
+
 Findings CheckOptions(std::string_view text)
 {
     OptionsCheck check;
     LineReader lines(text);
     std::string_view line;
-    for (int number = 1; lines.Next(line); ++number)
+    for (int number = 1; check.findings.size() <= MostFindings && lines.Next(line); ++number)
         check.Take(number, line);
-    check.Finish(text);
+    if (check.findings.size() <= MostFindings)
+        check.Finish(text);
     return check.findings;
 }
 

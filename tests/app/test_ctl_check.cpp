@@ -1,6 +1,5 @@
-#include "ctl_bench.h"
+#include "check_bench.h"
 #include "panels/data_check.h"
-#include "settings/option_keys.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -10,51 +9,6 @@ namespace harvelop::test
 
 namespace
 {
-
-std::vector<LoggerRecord> soundLoggers()
-{
-    std::vector<LoggerRecord> loggers = {SerialLogger(), ModemLogger(), NetworkLogger()};
-    loggers[0].LoggerSaveFolder = "/tmp/";
-    return loggers;
-}
-
-// A directory without anything odd.
-struct CheckedCtl : StoredCtl {
-    explicit CheckedCtl(const std::vector<LoggerRecord>& loggers = soundLoggers()) : StoredCtl(loggers)
-    {
-        desktop.onPath["report.exe"] = "/usr/bin/report.exe";
-        std::string& options = File("options.ini");
-        for (const std::string_view line : DefaultOptionLines())
-            options.append(line == "Icons=1" ? "Icons=4" : line).append("\r\n");
-    }
-
-    // What `check` says, which changes nothing.
-    std::string Check()
-    {
-        const auto before = files.files;
-        const int code = Run({"check"});
-        EXPECT_EQ(code, out.str().empty() ? CtlDone : CtlFailed);
-        EXPECT_EQ(files.files, before);
-        EXPECT_TRUE(files.writes.empty());
-        return out.str();
-    }
-
-    // The line of an option, counted from 1, or of a logger; it is replaced.
-    int Put(const std::string& file, const std::string& key, const std::string& line)
-    {
-        std::string& text = File(file);
-        const size_t at = text.find(key);
-        EXPECT_NE(at, std::string::npos) << key;
-        const size_t end = text.find("\r\n", at);
-        text.replace(at, end - at, line);
-        return static_cast<int>(1 + std::count(text.begin(), text.begin() + static_cast<long>(at), '\n'));
-    }
-};
-
-std::string atLine(const std::string& file, int line, const std::string& text)
-{
-    return file + ":" + std::to_string(line) + ": " + text + "\n";
-}
 
 // What is said of one logger that stands alone.
 std::string saidOf(const LoggerRecord& logger)
@@ -114,23 +68,72 @@ TEST(CtlCheck, AValueThatAnOptionCannotTakeIsNamedButNotTold)
         {"LogFileSize", "1e2", "LogFileSize is spelled otherwise than the program spells it"},
         {"OptionsTop", "top", "OptionsTop wants a number"},
         {"LogFileSize", "-5", "LogFileSize can't be less than 0"},
-        {"ModemTimeout", "4 s", "ModemTimeout wants a number of seconds"},
+        {"ModemTimeout", "4 s", "ModemTimeout wants a number of seconds, from 1 to 9999"},
+        {"ModemTimeout", "0", "ModemTimeout wants a number of seconds, from 1 to 9999"},
+        {"ModemTimeout", "99999999999999999999", "ModemTimeout wants a number of seconds, from 1 to 9999"},
+        {"SMTPTimeout", "0", "SMTPTimeout wants a number of seconds, from 1 to 9999"},
+        {"FTPTimeout", "1000", "FTPTimeout is longer than the 3 characters of its field"},
         {"SMTPPort", "65536", "SMTPPort wants a number from 1 to 65535"},
         {"LastSearch", "17", "LastSearch wants a number from 0 to 16"},
+        {"LastSearch", "1.5", "LastSearch wants a number from 0 to 16"},
+        {"TerminalWidth", "-5", "TerminalWidth can't be less than 0"},
+        {"TerminalHeight", "-5", "TerminalHeight can't be less than 0"},
+        {"TransmitHeight1", "-5", "TransmitHeight1 can't be less than 0"},
         {"SMTPAuthenticationType", "MD5", "SMTPAuthenticationType wants PLAIN, LOGIN or CRAM-MD5"},
-        {"SMTPSender", "me", "SMTPSender is no address"},
+        {"SMTPSender", "me", "SMTPSender does not look like an address"},
         {"SMTPServerName", "mail-1", "SMTPServerName holds characters that the options panel drops"},
         {"DesktopDir", "a b", "DesktopDir holds characters that the options panel drops"},
     };
     for (const auto& row : cases) {
         CheckedCtl t;
         const int line = t.Put("options.ini", row[0] + "=", row[0] + "=" + row[1]);
-        EXPECT_EQ(t.Check(), atLine("options.ini", line, row[2]));
+        EXPECT_EQ(t.Check(), AtLine("options.ini", line, row[2]));
     }
-    CheckedCtl t;
-    t.File("options.ini") += "AvailablePorts=1,17,\r\n";
-    EXPECT_NE(t.Check().find("AvailablePorts wants numbers from 1 to 16, each followed by a comma, or 0"),
-              std::string::npos);
+}
+
+TEST(CtlCheck, ValuesOfOptionsThatNoFirstRunWritesAreLookedAtToo)
+{
+    const auto said = [](const std::string& line) {
+        CheckedCtl t;
+        t.File("options.ini") += line + "\r\n";
+        const std::string place = "options.ini:" + std::to_string(DefaultOptionLines().size() + 1) + ": ";
+        const std::string lines = t.Check();
+        return lines.starts_with(place) ? lines.substr(place.size()) : lines;
+    };
+    for (const char* ports : {"1,17,", ",,", "1.5,", "1,2", "0,", "1,,2,"})
+        EXPECT_EQ(said("AvailablePorts=" + std::string(ports)),
+                  "AvailablePorts wants numbers from 1 to 16, each followed by a comma, or 0\n")
+            << ports;
+    for (const char* ports : {"", "0", "3,", "1,2,16,"})
+        EXPECT_EQ(said("AvailablePorts=" + std::string(ports)), "") << ports;
+    for (const char* name : {"../../etc/passwd", "C:\\Dansk"})
+        EXPECT_EQ(said("Language=" + std::string(name)), "Language wants a name without a folder\n") << name;
+    EXPECT_EQ(said("Language=Dansk"), "");
+}
+
+TEST(CtlCheck, WhatTheCommandTakesForAnOptionIsSound)
+{
+    StoredCtl t(std::vector<LoggerRecord>{});
+    EXPECT_EQ(
+        t.Run({"options", "SMTPServerRequiresAuthentication=1", "SMTPPassword=a\tb", "FTPPassword=\x01", "SiteID=\t",
+               "SMTPPort=65535", "SMTPTimeout=999", "FTPTimeout=1", "ModemTimeout=1000", "LogFileSize=.123456"}),
+        CtlDone);
+    EXPECT_EQ(t.Run({"check"}), CtlDone);
+    EXPECT_EQ(t.out.str(), "");
+    t.File("options.ini") += "x\ty\r\n";
+    EXPECT_EQ(t.Run({"check"}), CtlFailed);
+    EXPECT_NE(t.out.str().find(": holds control characters\n"), std::string::npos);
+}
+
+TEST(CtlCheck, NoPieceOfAPasswordIsTold)
+{
+    for (const char* line : {"FTPPassword=myIconsPw", "oldpassword=myIconsPw"}) {
+        CheckedCtl t;
+        t.Put("options.ini", "FTPPassword=", line);
+        const std::string said = t.Check();
+        EXPECT_NE(said.find(": is what another option is read from\n"), std::string::npos) << said;
+        EXPECT_EQ(said.find("Icons"), std::string::npos) << said;
+    }
 }
 
 TEST(CtlCheck, LinesOfOptionsThatAreNotReadAsMeantAreNamed)
@@ -139,32 +142,32 @@ TEST(CtlCheck, LinesOfOptionsThatAreNotReadAsMeantAreNamed)
     const int first = doubled.Put("options.ini", "SiteID=", "SiteID=a");
     doubled.File("options.ini") += "SiteID=b\r\n";
     EXPECT_EQ(doubled.Check(),
-              atLine("options.ini", static_cast<int>(DefaultOptionLines().size()) + 1,
+              AtLine("options.ini", static_cast<int>(DefaultOptionLines().size()) + 1,
                      "SiteID stands on line " + std::to_string(first) + " already, which is the one that is read"));
     CheckedCtl caught;
     const int line = caught.Put("options.ini", "DesktopDir=", "DesktopDir=Icons");
     EXPECT_EQ(caught.Check(),
-              atLine("options.ini", line, "holds the word Icons, so it is what this option is read from"));
+              AtLine("options.ini", line, "holds the word Icons, so it is what this option is read from"));
     CheckedCtl odd;
     const int none = odd.Put("options.ini", "SiteID=", "secret");
     EXPECT_EQ(odd.Check(), "options.ini: SiteID is missing\n" +
-                               atLine("options.ini", none, "holds no \"=\"; the next save drops it"));
+                               AtLine("options.ini", none, "holds no \"=\"; the next save drops it"));
     CheckedCtl unknown;
     unknown.Put("options.ini", "tallyCores=0", "secret=1");
-    EXPECT_EQ(unknown.Check(), atLine("options.ini", 8, "names no option; the next save drops it"));
+    EXPECT_EQ(unknown.Check(), AtLine("options.ini", 8, "names no option; the next save drops it"));
     CheckedCtl spelled;
     const int other = spelled.Put("options.ini", "SiteID=", "SITEID=");
-    EXPECT_EQ(spelled.Check(), atLine("options.ini", other, "SiteID is spelled otherwise"));
+    EXPECT_EQ(spelled.Check(), AtLine("options.ini", other, "SiteID is spelled otherwise"));
 }
 
 TEST(CtlCheck, AFieldThatItsLoggerCannotHaveIsNamed)
 {
     const auto serial = [](auto change) {
-        LoggerRecord logger = soundLoggers()[0];
+        LoggerRecord logger = SoundLoggers()[0];
         change(logger);
         return saidOf(logger);
     };
-    const auto told = [](const std::string& text) { return atLine("found.ini", 1, text); };
+    const auto told = [](const std::string& text) { return AtLine("found.ini", 1, text); };
     EXPECT_EQ(serial([](auto& r) { r.LoggerPort = "17"; }), told("LoggerPort wants a com port, from 1 to 16"));
     EXPECT_EQ(serial([](auto& r) { r.LoggerModel = "KR99"; }), told("LoggerModel names no model"));
     EXPECT_EQ(serial([](auto& r) { r.LoggerModel = "KR200"; }), told("LoggerModel names no model"));
@@ -207,19 +210,21 @@ TEST(CtlCheck, LinesOfLoggersThatAreNotReadAsMeantAreNamed)
     const std::string record = RecordText(NetworkLogger());
     const std::string sound = "1tallyCoreSettings=" + record + "\r\n";
     EXPECT_EQ(saidOfRecord(sound), "");
-    EXPECT_EQ(saidOfRecord(sound + "noise\r\n"), atLine("found.ini", 2, "is no logger; the next save drops it"));
+    EXPECT_EQ(saidOfRecord(sound + "noise\r\n"), AtLine("found.ini", 2, "is no logger; the next save drops it"));
     EXPECT_EQ(saidOfRecord(sound + "2tallyCoreSettings=\r\n"),
-              atLine("found.ini", 2, "holds no settings; the next save drops it"));
+              AtLine("found.ini", 2, "holds no settings; the next save drops it"));
     EXPECT_EQ(saidOfRecord("7tallyCoreSettings=" + record + "\r\n"),
-              atLine("found.ini", 1, "wants the number 1 in front"));
+              AtLine("found.ini", 1, "wants the number 1 in front: a shortcut goes by the number that it finds"));
+    EXPECT_EQ(saidOfRecord("01tallyCoreSettings=" + record + "\r\n"),
+              AtLine("found.ini", 1, "wants the number 1 in front"));
     EXPECT_EQ(saidOfRecord("1TallyCoreSettings=" + record + "\r\n"),
-              atLine("found.ini", 1, "tallyCoreSettings= is spelled otherwise"));
+              AtLine("found.ini", 1, "tallyCoreSettings= is spelled otherwise"));
     EXPECT_EQ(saidOfRecord("1tallyCoreSettings=1=" + record + "\r\n"),
-              atLine("found.ini", 1, "is read only behind the last \"=\" of its first 22 characters"));
+              AtLine("found.ini", 1, "is read only behind the last \"=\" of its first 22 characters"));
     EXPECT_EQ(saidOfRecord("1tallyCoreSettings=" + record.substr(0, record.size() - 3) + "\r\n"),
-              atLine("found.ini", 1, "holds 92 fields; a logger has 93, each with a comma behind it"));
+              AtLine("found.ini", 1, "holds 92 fields; a logger has 93, each with a comma behind it"));
     EXPECT_EQ(saidOfRecord("1tallyCoreSettings=" + record + "x,\r\n"),
-              atLine("found.ini", 1, "holds 94 fields; a logger has 93, each with a comma behind it"));
+              AtLine("found.ini", 1, "holds 94 fields; a logger has 93, each with a comma behind it"));
     std::string many;
     LoggerRecord logger = NetworkLogger();
     for (int number = 1; number <= MaxLoggers + 1; ++number) {
@@ -239,24 +244,27 @@ TEST(CtlCheck, ANumberThatIsNoneIsNamed)
     std::string record = text;
     record.replace(toDisk, 1, "on");
     EXPECT_EQ(saidOfRecord("1tallyCoreSettings=" + record + "\r\n"),
-              atLine("found.ini", 1, "LoggerToDisk wants a number"));
+              AtLine("found.ini", 1, "LoggerToDisk wants a number"));
     record = text;
     record.replace(toDisk, 1, "01");
     EXPECT_EQ(saidOfRecord("1tallyCoreSettings=" + record + "\r\n"),
-              atLine("found.ini", 1, "is spelled otherwise than the program spells it"));
+              AtLine("found.ini", 1, "is spelled otherwise than the program spells it"));
 }
 
 TEST(CtlCheck, LoggersInEachOthersWayAreNamed)
 {
-    LoggerRecord twin = soundLoggers()[0];
+    LoggerRecord twin = SoundLoggers()[0];
     EXPECT_EQ(CheckedCtl({twin, twin}).Check(),
-              atLine("found.ini", 2, "is reached on the same link as the logger on line 1") +
-                  atLine("found.ini", 2, "has the key of the logger on line 1"));
+              AtLine("found.ini", 2, "is reached on the same link as the logger on line 1") +
+                  AtLine("found.ini", 2, "has the key of the logger on line 1"));
     LoggerRecord longer = NetworkLogger();
     longer.LoggerIconKey = "::23";
     CheckedCtl hidden({longer, twin});
     hidden.Put("options.ini", "Icons=", "Icons=23");
-    EXPECT_EQ(hidden.Check(), atLine("found.ini", 2, "a shortcut to ::2 finds line 1 first"));
+    EXPECT_EQ(hidden.Check(), AtLine("found.ini", 2, "a shortcut to ::2 finds line 1 first"));
+    EXPECT_EQ(saidOfRecord("; a note on ::2\r\n1tallyCoreSettings=" + RecordText(twin) + "\r\n"),
+              AtLine("found.ini", 1, "is no logger; the next save drops it") +
+                  AtLine("found.ini", 2, "a shortcut to ::2 finds line 1 first, which is no logger"));
 }
 
 TEST(CtlCheck, OddLinesOfADeliveryListAreNamed)
@@ -266,16 +274,17 @@ TEST(CtlCheck, OddLinesOfADeliveryListAreNamed)
         t.File("emaillist2.ini") = text;
         return t.Check();
     };
-    const auto told = [](int line, const std::string& text) { return atLine("emaillist2.ini", line, text); };
+    const auto told = [](int line, const std::string& text) { return AtLine("emaillist2.ini", line, text); };
     EXPECT_EQ(older("x\r\n\r\nY:a@b.c\r\n"), told(1, "is neither a description nor an address") +
                                                  told(2, "is neither a description nor an address") +
                                                  told(3, "is neither a description nor an address"));
     EXPECT_EQ(older("K:a@b.c\r\n"), told(1, "the logger has no such schedule; the next save drops the line"));
+    EXPECT_EQ(older("E:a@b.c\r\n"), told(1, "the logger has no such schedule; the next save drops the line"));
     EXPECT_EQ(older("0;a\r\n0;b\r\n"), told(1, "line 2 describes the same list anew"));
     EXPECT_EQ(older("0;\r\n0:\r\n"), told(1, "an empty description, which the next save drops") +
                                          told(2, "an empty address, which takes a place until the next save"));
     for (const char* bad : {"a", "@b", "a@", "a@b@c", "a-b@c.d", "a b@c.d"})
-        EXPECT_EQ(older("0:" + std::string(bad) + "\r\n"), told(1, "is no address that a list can hold")) << bad;
+        EXPECT_EQ(older("0:" + std::string(bad) + "\r\n"), told(1, "does not look like an address")) << bad;
     EXPECT_EQ(older("0:a@b.c\r\nA:a@b.c\r\n0:a@b.c\r\n"), told(3, "a@b.c stands in this list already"));
     std::string full;
     for (int i = 1; i <= MaxListEntries + 1; ++i)
@@ -317,20 +326,22 @@ TEST(CtlCheck, AMarkThatIsNoneAndWhatStandsBehindItAreNamed)
     CheckedCtl t;
     t.File("install.ini") = "abc\r\nmore\r\n";
     EXPECT_EQ(t.Check(),
-              atLine("install.ini", 1, "is too short for a mark; the next start sets the directory up anew") +
-                  atLine("install.ini", 2, "only the first line counts"));
+              AtLine("install.ini", 1, "is too short for a mark; the next start sets the directory up anew") +
+                  AtLine("install.ini", 2, "only the first line counts"));
 }
 
 TEST(CtlCheck, TheLanguageFileInUseIsCheckedToo)
 {
     CheckedCtl t;
     const int line = t.Put("options.ini", "UseLangFile=", "UseLangFile=1");
-    EXPECT_EQ(t.Check(), atLine("options.ini", line, "the language file can't be read: the program would not start"));
+    EXPECT_EQ(t.Check(), AtLine("options.ini", line, "the language file can't be read: the program would not start"));
     EXPECT_EQ(t.Run({"language-template"}), CtlDone);
-    t.File("English.txt") = t.out.str();
+    const std::string whole = t.out.str();
+    t.File("English.txt") = whole;
     EXPECT_EQ(t.Check(), "");
     t.File("English.txt") += "1001:1:8:beyond\r\n";
-    EXPECT_TRUE(t.Check().starts_with("English.txt:"));
+    EXPECT_EQ(t.Check(), AtLine("English.txt", static_cast<int>(1 + std::count(whole.begin(), whole.end(), '\n')),
+                                "passed over: \"1001\" is no whole number from 1 to 1000"));
 }
 
 TEST(CtlCheck, FindingsAsJson)

@@ -64,6 +64,28 @@ class Checking(unittest.TestCase):
         self.done("options", "FTPPassword=")
         self.assertEqual(self.check(), "")
 
+    def test_a_list_is_nobodys_only_when_all_loggers_are_known(self):
+        self.done("add", "--model", "KR40", "--tcp", "weir.example.org:7700")
+        self.done("lists", "1", "--add", "a@example.org")
+        with open(self.scene.path("found.ini"), "a", encoding="ascii", newline="") as file:
+            file.write("tallyCoreSettings=\r\n" * 50)
+        self.assertIn("found.ini:51: is one logger too many", self.check())
+        self.assertNotIn("belongs to no logger", self.check())
+        os.remove(self.scene.path("found.ini"))
+        os.mkdir(self.scene.path("found.ini"))
+        out = self.scene.run("check")[1]
+        self.assertIn("found.ini: can't be read", out)
+        self.assertNotIn("belongs to no logger", out)
+
+    def test_a_file_that_others_may_change_is_named(self):
+        self.done("add", "--model", "KR40", "--tcp", "weir.example.org:7700")
+        self.done("lists", "1", "--add", "a@example.org")
+        for name, mode in (("options.ini", 0o664), ("found.ini", 0o646), ("emaillist2.ini", 0o666)):
+            os.chmod(self.scene.path(name), mode)
+        self.assertEqual(self.check(), "options.ini: can be changed by others\n"
+                                       "found.ini: can be changed by others\n"
+                                       "emaillist2.ini: can be changed by others\n")
+
     def test_a_logger_is_deleted_and_its_list_goes_with_it(self):
         self.done("add", "--model", "KR40", "--tcp", "weir.example.org:7700")
         self.done("lists", "1", "--add", "a@example.org")
