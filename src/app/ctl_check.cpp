@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <ranges>
 #include <set>
 
 namespace harvelop
@@ -123,10 +122,12 @@ private:
         const Findings bytes = CheckBytes(file.text, isFree);
         findings.insert(findings.end(), bytes.begin(), bytes.end());
         std::ranges::stable_sort(findings, {}, &Finding::line);
-        for (const Finding& finding : findings | std::views::take(MostFindings))
+        if (findings.size() > MostFindings) {
+            findings.resize(MostFindings + 1);
+            findings.back() = {findings.back().line, Oddity::Risk, StoppedHere};
+        }
+        for (const Finding& finding : findings)
             add(name, finding);
-        if (findings.size() > MostFindings)
-            add(name, {findings[MostFindings].line, Oddity::Risk, StoppedHere});
         return file.text;
     }
 

@@ -70,7 +70,8 @@ public:
     void Finish()
     {
         for (const auto& [key, line] : m_keys) {
-            const auto first = std::ranges::find_if(m_lines, [&](std::string_view text) { return Holds(text, key); });
+            const auto first =
+                std::ranges::find_if(m_lines, [&wanted = key](std::string_view text) { return Holds(text, wanted); });
             const auto found = static_cast<int>(first - m_lines.begin()) + 1;
             if (found != line)
                 add(line, Oddity::Risk,

@@ -29,15 +29,12 @@ bool isDefaultKey(std::string_view key)
     return std::ranges::any_of(DefaultOptionLines(), [&](std::string_view line) { return keyIn(line) == key; });
 }
 
-bool sameIgnoringCase(std::string_view a, std::string_view b)
-{
-    return a.size() == b.size() && HoldsIgnoringCase(a, b);
-}
-
+// In any case.
 const OptionKey* savedKey(std::string_view key)
 {
     const auto rows = SavedOptionKeys();
-    const auto row = std::ranges::find_if(rows, [&](const OptionKey& r) { return sameIgnoringCase(r.key, key); });
+    const auto row = std::ranges::find_if(
+        rows, [&](const OptionKey& r) { return r.key.size() == key.size() && HoldsIgnoringCase(r.key, key); });
     return row == rows.end() ? nullptr : &*row;
 }
 
