@@ -117,7 +117,7 @@ private:
             add(name, {0, Oddity::PassedOver, "can't be read"});
         if (file.state != FileState::Read)
             return std::nullopt;
-        checkMode(name, fs::perms::group_write | fs::perms::others_write, "can be changed by others");
+        checkMode(name, fs::perms::others_write, "can be changed by others"); // a group may be the user's own
         Findings findings = check(file.text);
         const Findings bytes = CheckBytes(file.text, isFree);
         findings.insert(findings.end(), bytes.begin(), bytes.end());
