@@ -40,8 +40,11 @@ bool readPort(const json& value, LoggerSetup& setup)
     const std::string digits = text.starts_with(Tcp) ? text.substr(Tcp.size()) : "";
     if (digits.empty() || digits.size() > 5 || digits.find_first_not_of("0123456789") != std::string::npos)
         return false;
-    setup.tcpPort = std::stoi(digits);
-    return setup.tcpPort <= 65535;
+    constexpr int Highest = 65535;
+    const int port = std::stoi(digits);
+    if (port <= Highest)
+        setup.tcpPort = port;
+    return port <= Highest;
 }
 
 bool readFailure(const json& value, LoggerConfig& logger)

@@ -58,7 +58,8 @@ class CommandLine(unittest.TestCase):
                     with open(scene.path(file), "wb") as handle:
                         handle.write(content)
                     code, _, error = scene.run("list", timeout=30)
-                    self.assertEqual(code, 0, error)
+                    too_many = (name, file) == ("51 records", "found.ini")
+                    self.assertEqual(code, 1 if too_many else 0, error)
                     code, _, error = scene.run("find", "--port", "5", "--yes", timeout=30)
                     self.assertEqual(code, 1, error)
 
