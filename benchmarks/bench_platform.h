@@ -29,7 +29,10 @@ public:
         return {};
     }
     std::string BrowseFolder(const std::string& title, const std::string&) override { return AskPassword(title, {}); }
-    std::string OpenFile(const std::string& title, const std::string&) override { return AskPassword(title, {}); }
+    std::string OpenFile(const std::string& title, const std::string&, const std::string&) override
+    {
+        return AskPassword(title, {});
+    }
 };
 
 struct BenchPlatform {
