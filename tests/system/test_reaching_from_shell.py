@@ -119,33 +119,31 @@ class ReachingFromTheShell(unittest.TestCase):
                             else f"Could not find a KR40 at {place}.")
                     self.assertIn(told + "\n", error)
 
-    def test_a_host_that_goes_in_the_middle_ends_the_terminal(self):
+    @contextlib.contextmanager
+    def talking(self, *starter):
+        """A terminal that has reached a logger on the network: the scene and its process, started by `starter`."""
         with Scene([{"port": "tcp:0", "model": "KR40"}]) as scene:
             self.assertEqual(scene.run("add", "--model", "KR40", "--tcp", ":".join(scene.address(1)))[0], 0)
-            with subprocess.Popen([os.path.join(BIN, "harvelctl"), "--dir", scene.directory, "terminal", "1"],
-                                  env=scene.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            words = [*starter, os.path.join(BIN, "harvelctl"), "--dir", scene.directory, "terminal", "1"]
+            with subprocess.Popen(words, env=scene.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                   stderr=subprocess.PIPE, text=True) as talk:
                 self.addCleanup(talk.kill)
                 for line in talk.stderr:
                     if line.startswith("Connected to the"):
                         break
-                scene.stop_simulator()
-                self.assertEqual(talk.stderr.read(), "The link to logger 1 is lost.\n")
-                self.assertEqual(talk.wait(timeout=30), 1)
+                yield scene, talk
+
+    def test_a_host_that_goes_in_the_middle_ends_the_terminal(self):
+        with self.talking() as (scene, talk):
+            scene.stop_simulator()
+            self.assertEqual(talk.stderr.read(), "The link to logger 1 is lost.\n")
+            self.assertEqual(talk.wait(timeout=30), 1)
 
     def test_a_hang_up_that_is_ignored_leaves_the_terminal_going(self):
-        with Scene([{"port": "tcp:0", "model": "KR40"}]) as scene:
-            self.assertEqual(scene.run("add", "--model", "KR40", "--tcp", ":".join(scene.address(1)))[0], 0)
-            with subprocess.Popen(["nohup", os.path.join(BIN, "harvelctl"), "--dir", scene.directory, "terminal", "1"],
-                                  env=scene.environment, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                  stderr=subprocess.PIPE, text=True) as talk:
-                self.addCleanup(talk.kill)
-                for line in talk.stderr:
-                    if line.startswith("Connected to the"):
-                        break
-                talk.send_signal(signal.SIGHUP)
-                out, error = talk.communicate("TEST0\n", timeout=60)
-                self.assertEqual((talk.returncode, out.count("T,tallyCore 40"), error), (0, 1, ""))
+        with self.talking("nohup") as (_, talk):
+            talk.send_signal(signal.SIGHUP)
+            out, error = talk.communicate("TEST0\n", timeout=60)
+            self.assertEqual((talk.returncode, out.count("T,tallyCore 40"), error), (0, 1, ""))
 
     def test_ctrl_c_hangs_up_and_releases_the_port(self):
         with Scene(LOGGERS, MODEM) as scene:
